@@ -1,0 +1,39 @@
+# Options that every target of ours gets through tarv_options; third-party test code stays free of them.
+add_library(tarv_options INTERFACE)
+target_include_directories(tarv_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+option(TARVENIK_WERROR "Treat warnings as errors" OFF)
+option(TARVENIK_SANITIZE "AddressSanitizer and UndefinedBehaviorSanitizer (native build)" OFF)
+
+if(MSVC)
+    target_compile_options(tarv_options INTERFACE /W4 /utf-8 /permissive-)
+else()
+    target_compile_options(tarv_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor)
+    if(TARVENIK_WERROR)
+        target_compile_options(tarv_options INTERFACE -Werror)
+    endif()
+endif()
+
+if(TARVENIK_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+    # 0x0601 (Windows 7) is the oldest system the suite supports; newer entry points are looked up at run time.
+    target_compile_definitions(
+        tarv_options
+        INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
+    )
+endif()
+
+if(MINGW)
+    # A workstation needs nothing but Windows, so the run-time libraries go into the program; and the
+    # program stays small: unreferenced sections are dropped.
+    add_compile_options(-ffunction-sections -fdata-sections)
+    add_link_options(-static -Wl,--gc-sections $<$<CONFIG:Release>:-s>)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+        # x87 would round differently from the 64-bit build; prices have to agree to the last bit.
+        add_compile_options(-msse2 -mfpmath=sse)
+    endif()
+endif()

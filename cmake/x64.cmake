@@ -1,0 +1,4 @@
+set(TARV_TRIPLET x86_64-w64-mingw32)
+set(TARV_ARCH x64)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)

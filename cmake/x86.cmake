@@ -1,0 +1,4 @@
+set(TARV_TRIPLET i686-w64-mingw32)
+set(TARV_ARCH x86)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)

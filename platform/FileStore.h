@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/Answer.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tarv {
+
+/// Windows file attribute bits.
+namespace attribute {
+inline constexpr std::uint32_t readOnly = 1;
+inline constexpr std::uint32_t hidden = 2;
+inline constexpr std::uint32_t system = 4;
+inline constexpr std::uint32_t directory = 16;
+inline constexpr std::uint32_t archive = 32;
+inline constexpr std::uint32_t normal = 128;
+} // namespace attribute
+
+struct DirectoryEntry {
+    std::wstring name;
+    std::uint32_t attributes = 0;
+};
+
+/// One directory search in progress, with its own state; ending it closes the search.
+class DirectorySearch {
+public:
+    DirectorySearch() = default;
+    DirectorySearch(const DirectorySearch&) = delete;
+    DirectorySearch& operator=(const DirectorySearch&) = delete;
+    virtual ~DirectorySearch() = default;
+
+    /// The next entry, folders, hidden ones, "." and ".." included. Fails with fileNotFound when nothing
+    /// matches at all and with noMoreFiles behind the last entry.
+    virtual Answer<DirectoryEntry> next() = 0;
+};
+
+/// Files by name. Names cross the border in wide characters: a "?" made of a character outside the code
+/// page would be taken as a wildcard.
+class FileStore {
+public:
+    virtual ~FileStore() = default;
+
+    /// Length in bytes; 0 for a folder.
+    virtual Answer<std::int64_t> length(std::wstring_view path) = 0;
+    virtual Answer<std::uint32_t> attributes(std::wstring_view path) = 0;
+
+    /// Never null; a failure shows at the first next(). `pattern` may contain "*" and "?".
+    virtual std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) = 0;
+
+    /// Both open, write and close in one call and answer 0 or the system's error code. While the file is
+    /// open, others may read it.
+    virtual SystemCode append(std::wstring_view path, std::string_view bytes) = 0;
+    virtual SystemCode overwrite(std::wstring_view path, std::string_view bytes) = 0;
+
+    virtual SystemCode remove(std::wstring_view path) = 0;
+
+    /// Without a trailing "\" unless it is a drive root.
+    virtual std::wstring currentDirectory() = 0;
+};
+
+} // namespace tarv

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/Automation.h"
+
+#include <string>
+#include <string_view>
+
+namespace tarv {
+
+struct Runtime;
+
+/// What every INI read passes as its default: a result equal to it means the entry is missing.
+inline constexpr std::wstring_view entryNotFound = L"Entry Not Found";
+
+/// An entry of the suite configuration file "Pexoran.INI" in the Windows folder, typed after `fallback`: its
+/// text when `fallback` is text, otherwise its leading decimal number as a double (0 when it has none).
+///
+/// A missing or empty entry gives `fallback` unchanged and, unless `fallback` is the empty text, writes it back
+/// into the file. An error goes to the error display; the result is then empty.
+Value Tarvwin_Eintrag(Runtime& rt, std::wstring_view group, std::wstring_view entry, const Value& fallback);
+
+/// Writes an entry of "Pexoran.INI": texts as they stand, numbers with ".", Booleans as -1 and 0, dates as
+/// their day number. Answers 0, or -1 when the file cannot be written.
+std::int16_t Tarvwin_EintragSchreiben(Runtime& rt, std::wstring_view group, std::wstring_view entry,
+                                      const Value& value);
+
+/// A folder of the installation from "Q_Machine.ini", group "Directories", with a trailing "\" unless the value
+/// ends in ":"; an existing empty entry gives "\". A missing entry gives the empty text and, unless `quiet`, a
+/// message box "INSTALLATIONS-FEHLER".
+std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet);
+
+/// The same without ever showing a message.
+std::wstring GetMachineDirectoryQuiet(Runtime& rt, std::wstring_view key);
+
+/// The Windows folder with a trailing "\" (always appended).
+std::wstring GetWindowsFolder(Runtime& rt);
+
+/// The name behind the last "\" (or, without one, behind the last ":"); with `stripExtension` cut before its
+/// last ".".
+std::wstring GetFileNameFromPath(std::wstring_view path, bool stripExtension);
+
+/// "DotNet\": the sub-folder of the program folder for the suite's newer programs.
+std::wstring GetDotNetFolderName();
+
+/// The hook through which every user-visible text passes: the one place where a translation would go in.
+/// Returns the text unchanged and ignores everything behind it.
+template <class... Ignored>
+std::wstring TranslateText(std::wstring_view text, const Ignored&...) {
+    return std::wstring(text);
+}
+
+} // namespace tarv

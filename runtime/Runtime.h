@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tarv {
+
+struct Platform;
+
+/// What the debug trace remembers within a process.
+struct TraceState {
+    bool switchValue = false;
+    bool switchRead = false;
+    std::wstring fileName;
+    std::int32_t lineCounter = 0;
+};
+
+/// Whether a program started by the suite is being waited for, and its name.
+struct ExternalProgramMarker {
+    bool running = false;
+    std::wstring name;
+};
+
+/// The runtime library's process state and its way to Windows. One lives as long as the process; every
+/// routine gets it as its first argument. Used on the user-interface thread only.
+struct Runtime {
+    explicit Runtime(Platform& border, bool insideDevelopmentEnvironment = false)
+        : platform(border), developmentEnvironment(insideDevelopmentEnvironment) {}
+
+    Platform& platform;
+
+    /// Never true in a built program; tests switch it on.
+    const bool developmentEnvironment;
+
+    /// Suite configuration file; "Pexoran.INI" while empty.
+    std::wstring suiteIniFile;
+
+    /// Cached by bIstEntwicklung on first use.
+    std::optional<bool> developerMode;
+
+    /// "Zugriff_Slow"; 0 until the first existence check loads it.
+    std::int16_t accessMode = 0;
+
+    /// While set, PumpMessages does nothing.
+    bool pumpSuppressed = false;
+
+    /// First location text of the last error that the user answered with Cancel.
+    std::wstring suppressedLocation;
+
+    TraceState trace;
+
+    /// Process that WaitForProcessEnd is waiting for; 0 when none.
+    std::uint32_t runningChildId = 0;
+    ExternalProgramMarker externalProgram;
+};
+
+} // namespace tarv
