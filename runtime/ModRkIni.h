@@ -12,21 +12,29 @@ struct Runtime;
 /// What every INI read passes as its default: a result equal to it means the entry is missing.
 inline constexpr std::wstring_view entryNotFound = L"Entry Not Found";
 
+/// The suite configuration file. Without a folder: Windows looks it up in the Windows folder.
+inline constexpr std::wstring_view suiteIniName = L"Pexoran.INI";
+
 /// An entry of the suite configuration file "Pexoran.INI" in the Windows folder, typed after `fallback`: its
 /// text when `fallback` is text, otherwise its leading decimal number as a double (0 when it has none).
 ///
-/// A missing or empty entry gives `fallback` unchanged and, unless `fallback` is the empty text, writes it back
-/// into the file. An error goes to the error display; the result is then empty.
+/// A missing or empty entry gives `fallback` unchanged and, unless `fallback` is the empty text, writes it
+/// back into the file. An error (a number too large, a fallback without a text form) goes to the error
+/// display; the result is then Empty.
 Value Tarvwin_Eintrag(Runtime& rt, std::wstring_view group, std::wstring_view entry, const Value& fallback);
+
+/// Tarvwin_Eintrag for texts.
+std::wstring suiteText(Runtime& rt, std::wstring_view group, std::wstring_view entry,
+                       std::wstring_view fallback);
 
 /// Writes an entry of "Pexoran.INI": texts as they stand, numbers with ".", Booleans as -1 and 0, dates as
 /// their day number. Answers 0, or -1 when the file cannot be written.
 std::int16_t Tarvwin_EintragSchreiben(Runtime& rt, std::wstring_view group, std::wstring_view entry,
                                       const Value& value);
 
-/// A folder of the installation from "Q_Machine.ini", group "Directories", with a trailing "\" unless the value
-/// ends in ":"; an existing empty entry gives "\". A missing entry gives the empty text and, unless `quiet`, a
-/// message box "INSTALLATIONS-FEHLER".
+/// A folder of the installation from "Q_Machine.ini", group "Directories", with a trailing "\" unless the
+/// value ends in ":"; an existing empty entry gives "\". A missing entry gives the empty text and, unless
+/// `quiet`, a message box "INSTALLATIONS-FEHLER".
 std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet);
 
 /// The same without ever showing a message.

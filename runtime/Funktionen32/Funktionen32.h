@@ -2,6 +2,7 @@
 
 // Chief header of the runtime library's general module: one room per concern.
 #include "runtime/Funktionen32/Developer.h"
+#include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "runtime/Funktionen32/Existence.h"
 #include "runtime/Funktionen32/FileOperation.h"
