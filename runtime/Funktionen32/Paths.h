@@ -10,16 +10,18 @@ struct Runtime;
 /// Appends "\" unless the path is empty or ends in one.
 std::wstring AddBackslash(std::wstring_view path);
 
-/// The part behind the last "\" (or, without one, behind the last ":"); with `withoutExtension` cut before its
+/// The part behind the last "\" (or, without one, behind the last ":"); with `stripExtension` cut before its
 /// last ".".
-std::wstring GetFileName(std::wstring_view path, bool withoutExtension);
+std::wstring GetFileName(std::wstring_view path, bool stripExtension);
 
-/// Splits a path into drive ("C:"), folder (without trailing "\" unless it is the root) and file. A path without
+/// Splits a path into drive ("C:"), folder (without trailing "\" unless it is the root) and file. A path
+/// without
 /// "\" is taken from the current directory. A UNC path leaves `drive` untouched.
-void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder, std::wstring& file);
+void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder,
+               std::wstring& file);
 
-/// The path with every 8.3 component replaced by its long name. A missing last component is dropped: the result
-/// is the long folder and "\". Any other failure returns the path unchanged.
+/// The path with every 8.3 component replaced by its long name. A missing last component is dropped: the
+/// result is the long folder and "\". Any other failure returns the path unchanged.
 std::wstring File_getLongPath(Runtime& rt, std::wstring_view path);
 
 /// The trimmed value of an environment variable; empty when missing.

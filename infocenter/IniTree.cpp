@@ -1,0 +1,127 @@
+#include "infocenter/IniTree.h"
+
+#include "platform/Environment.h"
+#include "platform/Platform.h"
+#include "platform/ProfileFiles.h"
+#include "runtime/Runtime.h"
+#include "runtime/modProgDebug.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace tarv {
+namespace {
+
+/// Buffer of every read, in characters: what does not fit is cut by the profile functions.
+constexpr std::uint32_t bufferSize = 16384;
+
+/// The duplicate counter is a 16-bit number; when it is full, the tree ends where it stands.
+constexpr std::int32_t mostDuplicates = 32767;
+
+/// The elements of a list whose elements each end with a NUL. One that a full buffer has cut has lost its NUL
+/// and is left out.
+std::vector<std::wstring_view> elements(std::wstring_view list) {
+    std::vector<std::wstring_view> result;
+    for (auto end = list.find(L'\0'); end != list.npos; end = list.find(L'\0')) {
+        result.push_back(list.substr(0, end));
+        list.remove_prefix(end + 1);
+    }
+    return result;
+}
+
+class TreeReader {
+public:
+    explicit TreeReader(Runtime& rt) : rt_(rt) {}
+
+    IniTree read() {
+        const std::wstring folder = rt_.platform.environment.value(L"ProgramData") + L"\\TARVENIK\\";
+        trace(L"Start INI-Read");
+        const std::wstring machine = folder + L"Q_Machine.INI";
+        const std::wstring names = groupNames(machine);
+        markEnd_ = std::wstring(30, L' ') + std::to_wstring(static_cast<int>(elements(names).size()) - 1);
+
+        const std::wstring view = folder + L"QV.ini";
+        // A full duplicate counter ends the reading on the spot, without the closing line.
+        if (addFile(machine, names, L"Q_Machine.INI") && addFile(view, groupNames(view), L"QV.INI"))
+            trace(L"End INI-Read");
+        return std::move(tree_);
+    }
+
+private:
+    std::wstring groupNames(const std::wstring& file) {
+        return rt_.platform.profiles.getSectionNames(bufferSize, file);
+    }
+
+    bool addFile(const std::wstring& file, std::wstring_view names, std::wstring_view label) {
+        for (const std::wstring_view name : elements(names)) {
+            trace(L"[" + std::wstring(name) + L"]");
+            if (!addGroup(name, file, label))
+                return false;
+        }
+        return true;
+    }
+
+    /// False when the duplicate counter is full.
+    bool addGroup(std::wstring_view name, const std::wstring& file, std::wstring_view label) {
+        std::int32_t& marks = marks_[std::wstring(name)];
+        // Marking anew from the plain name would find every earlier occurrence taken, one after the other: go
+        // straight to the first text that may be free, and count as if each had been tried.
+        if (!count(marks))
+            return false;
+        std::wstring shown(name);
+        for (std::int32_t i = 0; i < marks; ++i)
+            appendMark(shown);
+        while (!keys_.insert(L"K" + shown).second) {
+            if (!count(1))
+                return false;
+            appendMark(shown);
+            ++marks;
+        }
+        ++marks;
+
+        IniGroupNode group{L"K" + shown, std::wstring(label) + L"  [" + shown + L"]", {}};
+        addEntries(group, shown, file);
+        tree_.groups.push_back(std::move(group));
+        return true;
+    }
+
+    void addEntries(IniGroupNode& group, std::wstring_view name, const std::wstring& file) {
+        const std::wstring lines = rt_.platform.profiles.getSection(name, bufferSize, file);
+        for (const std::wstring_view line : elements(lines)) {
+            std::wstring key = (group.key + L"|").append(line.substr(0, line.find(L'=')));
+            // The first entry of a name stays; a later one is not shown.
+            if (keys_.insert(key).second)
+                group.entries.push_back({std::move(key), std::wstring(line)});
+        }
+    }
+
+    void appendMark(std::wstring& name) const {
+        name.append(L"       >>>>>> Eintrag mehrfach Vorhanden <<<<<<").append(markEnd_);
+    }
+
+    bool count(std::int32_t duplicates) {
+        tree_.duplicates = std::min(tree_.duplicates + duplicates, mostDuplicates);
+        return tree_.duplicates < mostDuplicates;
+    }
+
+    /// Keeps the trace file's name, so that no line costs a read of the configuration.
+    void trace(std::wstring_view text) { DebugTrace(rt_, text, false, true); }
+
+    Runtime& rt_;
+    IniTree tree_;
+    std::wstring markEnd_;
+    std::unordered_set<std::wstring> keys_;
+    /// For each group name met so far: how many marks its next occurrence needs at least.
+    std::unordered_map<std::wstring, std::int32_t> marks_;
+};
+
+} // namespace
+
+IniTree ReadIniTree(Runtime& rt) {
+    return TreeReader(rt).read();
+}
+
+} // namespace tarv

@@ -1,0 +1,170 @@
+#include "runtime/Funktionen32/Paths.h"
+
+#include "platform/Desktop.h"
+#include "platform/Environment.h"
+#include "platform/FileStore.h"
+#include "platform/OwnProgram.h"
+#include "platform/Platform.h"
+#include "runtime/Funktionen32/Developer.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+
+#include <algorithm>
+
+namespace tarv {
+namespace {
+
+std::wstring_view withoutExtension(std::wstring_view name) {
+    return name.substr(0, name.rfind(L'.'));
+}
+
+std::wstring absolutePath(Runtime& rt, std::wstring_view path) {
+    if (path.find(L'\\') != path.npos)
+        return std::wstring(path);
+    return AddBackslash(rt.platform.files.currentDirectory()).append(path);
+}
+
+/// The text behind the first "=", trimmed; empty without one.
+std::wstring_view valueOfEntry(std::wstring_view entry) {
+    const auto equals = entry.find(L'=');
+    return equals == entry.npos ? std::wstring_view() : trim(entry.substr(equals + 1));
+}
+
+/// Whether an entry is that of the variable `capitalName`. Some entries carry a blank behind the name.
+bool entryNames(std::wstring_view capitalEntry, std::wstring_view capitalName) {
+    if (!capitalEntry.starts_with(capitalName) || capitalEntry.size() == capitalName.size())
+        return false;
+    const wchar_t behind = capitalEntry[capitalName.size()];
+    return behind == L'=' || behind == L' ';
+}
+
+/// The first non-empty value in environment order of an entry that `names` accepts in capital letters. An
+/// empty entry is the end of the environment.
+template <class Names>
+std::wstring firstValue(Runtime& rt, Names names) {
+    for (const std::wstring& entry : rt.platform.environment.entries()) {
+        if (entry.empty())
+            break;
+        if (!names(upperCase(entry)))
+            continue;
+        if (const auto value = valueOfEntry(entry); !value.empty())
+            return std::wstring(value);
+    }
+    return {};
+}
+
+/// Walks the path component by component. Raises fileNotFound when a component other than the last is
+/// missing.
+std::wstring longPath(Runtime& rt, std::wstring_view path) {
+    std::wstring shortPrefix;
+    std::wstring result;
+    std::size_t start = 0;
+    for (;;) {
+        const auto end = path.find(L'\\', start);
+        const bool isLast = end == path.npos;
+        shortPrefix = AddBackslash(shortPrefix).append(path.substr(start, end - start));
+        result = AddBackslash(result);
+
+        // "C:" is no file to look up, and neither are the empty parts in front of a share name.
+        const bool behindDrivePart = start >= 3 || (!isLast && end >= 4);
+        if (!behindDrivePart)
+            result += shortPrefix;
+        else if (const auto found = rt.platform.files.search(shortPrefix)->next())
+            result += found->name;
+        else if (!isLast)
+            raise(error_number::fileNotFound);
+
+        if (isLast)
+            return result;
+        start = end + 1;
+    }
+}
+
+} // namespace
+
+std::wstring AddBackslash(std::wstring_view path) {
+    std::wstring result(path);
+    if (!result.empty() && result.back() != L'\\')
+        result += L'\\';
+    return result;
+}
+
+std::wstring GetFileName(std::wstring_view path, bool stripExtension) {
+    const auto name = fileNamePart(path);
+    return std::wstring(stripExtension ? withoutExtension(name) : name);
+}
+
+void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder,
+               std::wstring& file) {
+    const std::wstring whole = absolutePath(rt, path);
+
+    // Length of the drive part, 0 without one.
+    const auto driveLength = whole.find(L':') + 1;
+    if (driveLength > 0) {
+        drive = whole.substr(0, driveLength);
+    } else if (!whole.starts_with(L"\\\\")) {
+        const std::wstring current = rt.platform.files.currentDirectory();
+        drive = current.substr(0, current.find(L':') + 1);
+    }
+
+    const auto fileStart = std::max(whole.rfind(L'\\') + 1, driveLength);
+    file = whole.substr(fileStart);
+    folder = whole.substr(driveLength, fileStart - driveLength);
+    if (folder.size() >= 2 && folder.back() == L'\\')
+        folder.pop_back();
+}
+
+std::wstring File_getLongPath(Runtime& rt, std::wstring_view path) {
+    if (path.find(L'~') == path.npos)
+        return std::wstring(path);
+    try {
+        return longPath(rt, path);
+    } catch (const RuntimeError& error) {
+        if (bIstEntwicklung(rt)) {
+            const std::wstring text = L"Fehler: " + std::to_wstring(error.record().number) + L" " +
+                                      error.record().description + L"\nin File_getLongPath";
+            rt.platform.desktop.messageBox(text, L"bIstEntwicklung",
+                                           message_box::ok | message_box::systemModal);
+        }
+        return std::wstring(path);
+    }
+}
+
+std::wstring GetEnvValue(Runtime& rt, std::wstring_view name) {
+    if (name.empty())
+        return {};
+    const std::wstring capitalName = upperCase(name);
+    return firstValue(rt, [&](std::wstring_view entry) { return entryNames(entry, capitalName); });
+}
+
+std::wstring GetTempFolder(Runtime& rt, bool longPath) {
+    std::wstring folder = firstValue(
+        rt, [](std::wstring_view entry) { return entryNames(entry, L"TEMP") || entryNames(entry, L"TMP"); });
+    if (!folder.ends_with(L'\\'))
+        folder += L'\\';
+    return longPath ? File_getLongPath(rt, folder) : folder;
+}
+
+std::wstring MakeProgramDataKey(std::wstring_view program, std::wstring_view dataPath) {
+    return (L"PRG:" + upperCase(trim(program)) + L" DATA:").append(trim(dataPath));
+}
+
+std::wstring StripRibbonSuffix(std::wstring_view name) {
+    auto cut = name.find(L"__");
+    if (cut == name.npos)
+        cut = upperCase(name).find(L"-RIBBON");
+    return std::wstring(name.substr(0, cut));
+}
+
+std::wstring ProgramFolder(Runtime& rt) {
+    const std::wstring path = rt.platform.program.path();
+    const auto cut = path.rfind(L'\\');
+    return cut == path.npos ? std::wstring() : path.substr(0, cut);
+}
+
+std::wstring ProgramName(Runtime& rt) {
+    return GetFileName(rt.platform.program.path(), true);
+}
+
+} // namespace tarv
