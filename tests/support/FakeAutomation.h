@@ -1,0 +1,92 @@
+#pragma once
+
+#include "platform/Automation.h"
+#include "tests/support/FaultPlan.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarv {
+
+/// One use of a scripted object, in the order of all uses. `what` reads "call objekt.Member", "get ...", "put
+/// ..." or "items objekt"; members by dispatch number read "#3".
+struct Invocation {
+    std::wstring what;
+    std::vector<Value> arguments;
+};
+
+class FakeAutomation;
+
+/// A late-bound object with scripted members. A member that is not scripted fails with number 438, as a
+/// component answers for a name that it does not know. Names are looked up without regard to case.
+class FakeObject : public AutomationObject {
+public:
+    using Routine = std::function<Automated<Value>(std::span<const Value>)>;
+
+    FakeObject(FakeAutomation& automation, std::wstring name)
+        : automation_(automation), name_(std::move(name)) {}
+
+    /// A method or a readable property.
+    FakeObject& answers(const Member& member, Value result);
+    FakeObject& runs(const Member& member, Routine routine);
+    FakeObject& refuses(const Member& member, ErrorRecord error);
+    /// A property that keeps what is put into it.
+    FakeObject& property(const Member& member, Value value = {});
+    /// A property whose writes go to `assign`.
+    FakeObject& writes(const Member& member, std::function<void(const Value&)> assign);
+
+    std::vector<ObjectRef> elements;
+
+    Automated<Value> call(const Member& member, std::span<const Value> arguments) override;
+    Automated<Value> get(const Member& member, std::span<const Value> arguments) override;
+    Automated<Empty> put(const Member& member, const Value& value) override;
+    Automated<std::vector<ObjectRef>> items() override;
+    using AutomationObject::call;
+    using AutomationObject::get;
+
+private:
+    Automated<Value> invoke(std::string_view function, std::wstring_view verb, const Member& member,
+                            std::span<const Value> arguments);
+
+    FakeAutomation& automation_;
+    std::wstring name_;
+    std::map<std::wstring, Routine> readers_;
+    std::map<std::wstring, std::function<Automated<Empty>(const Value&)>> writers_;
+};
+
+/// Creates only what a test registered; everything else fails with number 429.
+class FakeAutomation : public Automation {
+public:
+    using Factory = std::function<Automated<ObjectRef>()>;
+
+    explicit FakeAutomation(FaultPlan& plan) : faults(plan) {}
+
+    /// A scripted object that notes its uses in `log` under `name`.
+    std::shared_ptr<FakeObject> object(std::wstring name);
+
+    /// The key is a programmatic identifier, a moniker, or library path + class identifier; in any case.
+    void provide(std::wstring_view key, ObjectRef made);
+    void provide(std::wstring_view key, Factory factory);
+    void forget(std::wstring_view key);
+
+    Automated<ObjectRef> create(std::wstring_view progId) override;
+    Automated<ObjectRef> createFromLibrary(std::wstring_view libraryPath, std::wstring_view classId) override;
+    Automated<ObjectRef> bind(std::wstring_view moniker) override;
+    ObjectRef errorObject(std::shared_ptr<ErrorRecord> record) override;
+
+    /// The uses of all objects. Creations stand here too: "create rk_Runtime.rk_Fehler".
+    std::vector<Invocation> log;
+    /// Only the `what` of the log.
+    std::vector<std::wstring> uses() const;
+
+    FaultPlan& faults;
+
+private:
+    Automated<ObjectRef> make(std::string_view function, std::wstring_view verb, std::wstring key);
+
+    std::map<std::wstring, Factory> factories_;
+};
+
+} // namespace tarv

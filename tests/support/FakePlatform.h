@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "tests/support/FakeAutomation.h"
+#include "tests/support/FakeDesktop.h"
+#include "tests/support/FakeFileStore.h"
+#include "tests/support/FakeProcesses.h"
+#include "tests/support/FakeProfileFiles.h"
+#include "tests/support/FakeShellOperations.h"
+#include "tests/support/FakeSystem.h"
+
+namespace tarv {
+
+/// The whole border, scripted: `FakePlatform fake; Runtime rt{fake.border};`. It starts as a quiet German
+/// workstation without configuration; a test changes what it is about.
+struct FakePlatform {
+    FaultPlan faults;
+    FakeDisk disk;
+    FakeProfileFiles profiles{faults, disk};
+    FakeFileStore files{faults, disk};
+    FakeEnvironment environment{faults};
+    FakeOwnProgram program{faults};
+    FakeProcesses processes{faults};
+    FakeDesktop desktop{faults};
+    FakeRegionalSettings regional{faults};
+    FakeMachineFacts machine{faults};
+    FakeShellOperations shell{faults};
+    FakeAutomation automation{faults};
+    FakeCodePage codePage{faults};
+
+    Platform border{profiles, files,   environment, program,    processes, desktop,
+                    regional, machine, shell,       automation, codePage};
+
+    FakePlatform() = default;
+    FakePlatform(const FakePlatform&) = delete;
+    FakePlatform& operator=(const FakePlatform&) = delete;
+};
+
+} // namespace tarv

@@ -1,0 +1,134 @@
+#include "tests/support/FakeSystem.h"
+
+#include "runtime/Funktionen32/Texts.h"
+
+#include <algorithm>
+
+namespace tarv {
+
+std::vector<std::wstring> FakeEnvironment::entries() {
+    return faults_.enter("Environment.entries") ? std::vector<std::wstring>() : list;
+}
+
+std::wstring FakeEnvironment::value(std::wstring_view name) {
+    if (faults_.enter("Environment.value"))
+        return {};
+    const auto entry = find(name);
+    return entry == list.end() ? std::wstring() : entry->substr(name.size() + 1);
+}
+
+void FakeEnvironment::set(std::wstring_view name, std::wstring_view text) {
+    auto entry = find(name);
+    if (entry == list.end())
+        entry = list.emplace(list.end());
+    *entry = std::wstring(name) + L"=" + std::wstring(text);
+}
+
+void FakeEnvironment::unset(std::wstring_view name) {
+    const auto entry = find(name);
+    if (entry != list.end())
+        list.erase(entry);
+}
+
+std::vector<std::wstring>::iterator FakeEnvironment::find(std::wstring_view name) {
+    const std::wstring key = upperCase(name) + L"=";
+    return std::ranges::find_if(list, [&](const auto& entry) { return upperCase(entry).starts_with(key); });
+}
+
+std::wstring FakeOwnProgram::path() {
+    return faults_.enter("OwnProgram.path") ? std::wstring() : file;
+}
+
+FileVersion FakeOwnProgram::version() {
+    return faults_.enter("OwnProgram.version") ? FileVersion() : number;
+}
+
+VersionInfo FakeMachineFacts::version() {
+    VersionInfo info;
+    info.servicePack.assign(128, L' ');
+    if (faults_.enter("MachineFacts.version"))
+        return info;
+    info.major = major;
+    info.minor = minor;
+    info.build = build;
+    info.platformId = 2;
+    info.servicePack.replace(0, servicePack.size() + 1, servicePack + L'\0');
+    return info;
+}
+
+Answer<std::wstring> FakeMachineFacts::answer(std::string_view function, const std::wstring& text) {
+    if (const auto code = faults_.enter(function))
+        return Failure{*code};
+    return text;
+}
+
+Answer<std::wstring> FakeMachineFacts::computerName() {
+    return answer("MachineFacts.computerName", computer);
+}
+Answer<std::wstring> FakeMachineFacts::userName() {
+    return answer("MachineFacts.userName", user);
+}
+Answer<std::wstring> FakeMachineFacts::localAddress() {
+    return answer("MachineFacts.localAddress", address);
+}
+
+std::wstring FakeMachineFacts::windowsDirectory(std::uint32_t size) {
+    const bool refused = faults_.enter("MachineFacts.windowsDirectory").has_value();
+    return refused || windows.size() >= size ? std::wstring() : windows;
+}
+
+std::wstring FakeMachineFacts::systemDirectory() {
+    return faults_.enter("MachineFacts.systemDirectory") ? std::wstring() : system;
+}
+
+std::wstring FakeRegionalSettings::decimalSeparator() {
+    return faults_.enter("RegionalSettings.decimalSeparator") ? std::wstring() : decimal_;
+}
+
+std::wstring FakeRegionalSettings::thousandsSeparator() {
+    return faults_.enter("RegionalSettings.thousandsSeparator") ? std::wstring() : thousands_;
+}
+
+namespace {
+
+/// Characters of the codes 0x80 to 0x9F; all others are the same as in Unicode.
+constexpr std::wstring_view upperControls =
+    L"\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039"
+    L"\u0152\x8D\u017D\x8F\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014"
+    L"\u02DC\u2122\u0161\u203A\u0153\x9D\u017E\u0178";
+static_assert(upperControls.size() == 32);
+
+} // namespace
+
+std::string FakeCodePage::encode(std::wstring_view text) {
+    std::string bytes;
+    for (const wchar_t character : text) {
+        const std::size_t place = upperControls.find(character);
+        if (place != std::wstring_view::npos)
+            bytes += static_cast<char>(0x80 + place);
+        else
+            bytes += character < 0x80 || (character > 0x9F && character < 0x100)
+                         ? static_cast<char>(character)
+                         : '?';
+    }
+    return bytes;
+}
+
+std::wstring FakeCodePage::decode(std::string_view bytes) {
+    std::wstring text;
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        text += code >= 0x80 && code < 0xA0 ? upperControls[code - 0x80u] : static_cast<wchar_t>(code);
+    }
+    return text;
+}
+
+std::string FakeCodePage::toAnsi(std::wstring_view text) {
+    return faults_.enter("CodePage.toAnsi") ? std::string() : encode(text);
+}
+
+std::wstring FakeCodePage::fromAnsi(std::string_view bytes) {
+    return faults_.enter("CodePage.fromAnsi") ? std::wstring() : decode(bytes);
+}
+
+} // namespace tarv

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "platform/CodePage.h"
+#include "platform/Environment.h"
+#include "platform/MachineFacts.h"
+#include "platform/OwnProgram.h"
+#include "platform/RegionalSettings.h"
+#include "tests/support/FaultPlan.h"
+
+#include <optional>
+
+namespace tarv {
+
+class FakeEnvironment : public Environment {
+public:
+    explicit FakeEnvironment(FaultPlan& faults) : faults_(faults) {}
+
+    std::vector<std::wstring> entries() override;
+    std::wstring value(std::wstring_view name) override;
+
+    /// Replaces the entry in its place or adds it at the end.
+    void set(std::wstring_view name, std::wstring_view text);
+    void unset(std::wstring_view name);
+
+    /// The entries as they stand, in order.
+    std::vector<std::wstring> list{L"=C:=C:\\Program Files\\TARVENIK", L"ProgramData=C:\\ProgramData",
+                                   L"TEMP=C:\\Temp", L"windir=C:\\Windows"};
+
+private:
+    std::vector<std::wstring>::iterator find(std::wstring_view name);
+
+    FaultPlan& faults_;
+};
+
+class FakeOwnProgram : public OwnProgram {
+public:
+    explicit FakeOwnProgram(FaultPlan& faults) : faults_(faults) {}
+
+    std::wstring path() override;
+    FileVersion version() override;
+
+    std::wstring file = L"C:\\Program Files\\TARVENIK\\TarvService.exe";
+    FileVersion number{1, 0, 0};
+
+private:
+    FaultPlan& faults_;
+};
+
+class FakeMachineFacts : public MachineFacts {
+public:
+    explicit FakeMachineFacts(FaultPlan& faults) : faults_(faults) {}
+
+    VersionInfo version() override;
+    Answer<std::wstring> computerName() override;
+    Answer<std::wstring> userName() override;
+    std::wstring windowsDirectory(std::uint32_t size) override;
+    std::wstring systemDirectory() override;
+    Answer<std::wstring> localAddress() override;
+
+    std::uint32_t major = 6;
+    std::uint32_t minor = 2;
+    std::uint32_t build = 9200;
+    /// Without NUL and padding.
+    std::wstring servicePack;
+    std::wstring computer = L"BAUBUERO-7";
+    std::wstring user = L"Mustermann";
+    std::wstring windows = L"C:\\Windows";
+    std::wstring system = L"C:\\Windows\\System32";
+    std::wstring address = L"192.168.17.23";
+
+private:
+    Answer<std::wstring> answer(std::string_view function, const std::wstring& text);
+
+    FaultPlan& faults_;
+};
+
+/// German unless a test says otherwise.
+class FakeRegionalSettings : public RegionalSettings {
+public:
+    explicit FakeRegionalSettings(FaultPlan& faults) : faults_(faults) {}
+
+    std::wstring decimalSeparator() override;
+    std::wstring thousandsSeparator() override;
+
+    void german() { set(L",", L"."); }
+    void english() { set(L".", L","); }
+    void swiss() { set(L".", L"\u2019"); }
+    void austrian() { set(L",", L"\u00A0"); }
+    void french() { set(L",", L"\u00A0"); }
+    void set(std::wstring_view decimal, std::wstring_view thousands) {
+        decimal_ = decimal;
+        thousands_ = thousands;
+    }
+
+private:
+    FaultPlan& faults_;
+    std::wstring decimal_ = L",";
+    std::wstring thousands_ = L".";
+};
+
+/// Code page 1252. What it cannot hold becomes "?"; the system's lookalikes (an L for a Polish one) are left
+/// out.
+class FakeCodePage : public CodePage {
+public:
+    explicit FakeCodePage(FaultPlan& faults) : faults_(faults) {}
+
+    std::string toAnsi(std::wstring_view text) override;
+    std::wstring fromAnsi(std::string_view bytes) override;
+
+    static std::string encode(std::wstring_view text);
+    static std::wstring decode(std::string_view bytes);
+
+private:
+    FaultPlan& faults_;
+};
+
+} // namespace tarv
