@@ -4,7 +4,13 @@
 
 #include <memory>
 
+struct tagMSG;
+
 namespace tarv {
+
+/// Sees each message before it is translated and dispatched; true: it is done with. For keyboard handling of
+/// dialogs and accelerators.
+using MessageFilter = bool (*)(tagMSG& message);
 
 /// The border's implementation over the running Windows. COM has to be initialised by the program.
 class WindowsPlatform {
@@ -15,6 +21,9 @@ public:
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
     Platform& border();
+
+    /// Filter of the message pump; null for none.
+    void setMessageFilter(MessageFilter filter);
 
 private:
     struct Implementation;

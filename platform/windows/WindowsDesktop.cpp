@@ -1,0 +1,86 @@
+#include "platform/windows/WindowsDesktop.h"
+
+#include "platform/windows/Handle.h"
+
+#include <string>
+
+namespace tarv {
+
+namespace {
+
+/// Bounds of one pump: a window that never validates its area, or messages that post messages, would
+/// otherwise keep it for ever. What is left waits for the next call.
+constexpr int mostMessages = 1000;
+constexpr ULONGLONG longestPump = 250; // milliseconds
+
+BOOL CALLBACK takeUsableWindow(HWND window, LPARAM found) {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+/// The active window, or the one that a user would work with while another program is in front. Without an
+/// owner a box could lie behind the window it belongs to.
+HWND messageOwner() {
+    HWND owner = GetActiveWindow();
+    if (owner == nullptr) {
+        EnumThreadWindows(GetCurrentThreadId(), takeUsableWindow, reinterpret_cast<LPARAM>(&owner));
+    }
+    return owner;
+}
+
+} // namespace
+
+std::int32_t WindowsDesktop::messageBox(std::wstring_view text, std::wstring_view title,
+                                        std::uint32_t style) {
+    return MessageBoxW(messageOwner(), std::wstring(text).c_str(), std::wstring(title).c_str(), style);
+}
+
+void WindowsDesktop::pumpMessages() {
+    const ULONGLONG start = GetTickCount64();
+    MSG message;
+    for (int handled = 0; handled < mostMessages && GetTickCount64() - start < longestPump; ++handled) {
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            return;
+        }
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (filter_ != nullptr && filter_(message)) {
+            continue;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+void WindowsDesktop::sleep(std::uint32_t milliseconds) {
+    Sleep(milliseconds);
+}
+
+WindowHandle WindowsDesktop::activeWindow() {
+    return toBorder(GetActiveWindow());
+}
+
+WindowHandle WindowsDesktop::activeForm() {
+    // Boxes and dialogs of the system are windows of their own modules; the form is what they belong to.
+    HWND window = GetActiveWindow();
+    const auto program = reinterpret_cast<LONG_PTR>(GetModuleHandleW(nullptr));
+    while (window != nullptr && GetWindowLongPtrW(window, GWLP_HINSTANCE) != program) {
+        window = GetWindow(window, GW_OWNER);
+    }
+    return toBorder(window);
+}
+
+bool WindowsDesktop::isWindow(WindowHandle window) {
+    return IsWindow(toSystem(window)) != FALSE;
+}
+
+void WindowsDesktop::setFocus(WindowHandle window) {
+    SetFocus(toSystem(window));
+}
+
+} // namespace tarv

@@ -1,0 +1,96 @@
+#include "platform/windows/WindowsFileStore.h"
+
+#include "platform/windows/Handle.h"
+#include "platform/windows/SystemText.h"
+
+namespace tarv {
+
+namespace {
+
+class WindowsDirectorySearch final : public DirectorySearch {
+public:
+    explicit WindowsDirectorySearch(std::wstring_view pattern)
+        // The basic form leaves out the short names, which cost the most to find.
+        : search_(FindFirstFileExW(toFileName(pattern).c_str(), FindExInfoBasic, &data_,
+                                   FindExSearchNameMatch, nullptr, 0)),
+          state_(search_ ? 0 : GetLastError()) {}
+
+    Answer<DirectoryEntry> next() override {
+        if (state_ != 0) {
+            return Failure{state_};
+        }
+        DirectoryEntry entry{data_.cFileName, data_.dwFileAttributes};
+        if (!FindNextFileW(search_.get(), &data_)) {
+            state_ = GetLastError();
+        }
+        return entry;
+    }
+
+private:
+    WIN32_FIND_DATAW data_{};
+    SearchHandle search_;
+    /// Why there is no further entry; 0 while data_ holds one.
+    SystemCode state_;
+};
+
+/// One write call for all bytes: only then is an appended line whole among those of other writers.
+SystemCode write(HANDLE file, std::string_view bytes) {
+    DWORD written = 0;
+    if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+        return GetLastError();
+    }
+    return written == bytes.size() ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+}
+
+} // namespace
+
+Answer<std::int64_t> WindowsFileStore::length(std::wstring_view path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data)) {
+        return Failure{SystemCode{GetLastError()}};
+    }
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return 0;
+    }
+    return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+}
+
+Answer<std::uint32_t> WindowsFileStore::attributes(std::wstring_view path) {
+    const DWORD attributes = GetFileAttributesW(toFileName(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return Failure{SystemCode{GetLastError()}};
+    }
+    return std::uint32_t{attributes};
+}
+
+std::unique_ptr<DirectorySearch> WindowsFileStore::search(std::wstring_view pattern) {
+    return std::make_unique<WindowsDirectorySearch>(pattern);
+}
+
+SystemCode WindowsFileStore::append(std::wstring_view path, std::string_view bytes) {
+    // The right to append alone makes the system put every write behind the end, whoever else writes.
+    const FileHandle file(CreateFileW(toFileName(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file ? write(file.get(), bytes) : GetLastError();
+}
+
+SystemCode WindowsFileStore::overwrite(std::wstring_view path, std::string_view bytes) {
+    // Opened and cut instead of created anew: creating refuses a hidden file and drops its attributes.
+    const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file || !SetEndOfFile(file.get())) {
+        return GetLastError();
+    }
+    return write(file.get(), bytes);
+}
+
+SystemCode WindowsFileStore::remove(std::wstring_view path) {
+    return DeleteFileW(toFileName(path).c_str()) ? ERROR_SUCCESS : GetLastError();
+}
+
+std::wstring WindowsFileStore::currentDirectory() {
+    return filledText([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
+}
+
+} // namespace tarv
