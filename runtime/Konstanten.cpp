@@ -2,8 +2,8 @@
 
 #include "platform/Platform.h"
 #include "platform/ProfileFiles.h"
-#include "runtime/Funktionen32/Existence.h"
 #include "runtime/Funktionen32/Paths.h"
+#include "runtime/Funktionen32/PlainFiles.h"
 #include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
 
@@ -13,16 +13,11 @@ namespace {
 constexpr std::size_t versionSize = 100;
 constexpr const wchar_t* unknownVersion = L"2023";
 
-bool isListed(Runtime& rt, const std::wstring& path) {
-    std::vector<std::wstring> names;
-    return ListFiles(rt, path, names) > 0;
-}
-
 } // namespace
 
 std::wstring GetProgVersion(Runtime& rt) {
     const std::wstring path = AddBackslash(ProgramFolder(rt)) + L"Version.INI";
-    if (!isListed(rt, path))
+    if (!PlainFiles(rt, path).next())
         return unknownVersion;
 
     std::wstring version =

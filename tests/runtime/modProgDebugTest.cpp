@@ -1,0 +1,89 @@
+#include "runtime/modProgDebug.h"
+
+#include "runtime/Funktionen32/Developer.h"
+#include "runtime/Runtime.h"
+#include "tests/support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace tarv {
+namespace {
+
+constexpr const wchar_t* defaultFile = L"C:\\Program Files\\TARVENIK\\rkZAL_Debug.txt";
+
+struct ModProgDebug : testing::Test {
+    FakePlatform fake;
+    Runtime rt{fake.border};
+
+    void debugGroup(const std::wstring& lines) { fake.profiles.fill(L"Pexoran.INI", L"[Debug]\r\n" + lines); }
+};
+
+TEST_F(ModProgDebug, LinesAreNumberedForTheWholeProcess) {
+    debugGroup(L"DebugON=0");
+    fake.faults.fail("FileStore.overwrite", system_code::sharingViolation, {1});
+    DebugTrace(rt, L"verloren");
+    EXPECT_FALSE(fake.disk.exists(defaultFile));
+    DebugTrace(rt, L"Ölstand 5 €, ж");
+    DebugTrace(rt, L"");
+    EXPECT_EQ(fake.disk.bytes(defaultFile), "2 - TarvService\t\xD6lstand 5 \x80, ?\r\n3 - TarvService\t\r\n");
+    DebugTrace(rt, L"neu", true);
+    DebugTrace(rt, L"wieder neu", true, true);
+    EXPECT_EQ(fake.disk.bytes(defaultFile), "5 - TarvService\twieder neu\r\n");
+    EXPECT_TRUE(fake.desktop.boxes.empty());
+}
+
+TEST_F(ModProgDebug, FileNameIsKeptOnlyWhereAsked) {
+    fake.disk.addFolder(L"C:\\Temp");
+    debugGroup(L"SaveDebugIN=C:\\Temp\\a.log");
+    DebugTrace(rt, L"eins", false, true);
+    debugGroup(L"SaveDebugIN=C:\\Temp\\b.log");
+    DebugTrace(rt, L"zwei", false, true);
+    DebugTrace(rt, L"drei", true, true);
+    EXPECT_EQ(fake.disk.bytes(L"C:\\Temp\\a.log"), "1 - TarvService\teins\r\n2 - TarvService\tzwei\r\n");
+    EXPECT_EQ(fake.disk.bytes(L"C:\\Temp\\b.log"), "3 - TarvService\tdrei\r\n");
+}
+
+TEST_F(ModProgDebug, FileNameComesFromTheConfiguration) {
+    const struct {
+        const wchar_t *lines, *expected;
+    } cases[] = {
+        {L"DebugDateiZusatz=_PC12", L"C:\\Program Files\\TARVENIK\\rkZAL_Debug_PC12.txt"},
+        {L"SaveDebugIN=D:\\x.Txt\r\nDebugDateiZusatz=_1", L"D:\\x_1.Txt"},
+        {L"SaveDebugIN=D:\\x.log\r\nDebugDateiZusatz=_1", L"D:\\x.log"},
+        {L"SaveDebugIN=txt\r\nDebugDateiZusatz=_1", L"txt"},
+    };
+    for (const auto& c : cases) {
+        debugGroup(c.lines);
+        EXPECT_EQ(GetDebugFileName(rt), c.expected) << c.lines;
+    }
+    debugGroup(L"");
+    fake.program.file = L"D:\\TarvService.exe";
+    EXPECT_EQ(GetDebugFileName(rt), L"D:\\rkZAL_Debug.txt");
+}
+
+TEST_F(ModProgDebug, SwitchesAreReadOncePerProcessAndNeverWritten) {
+    const std::pair<const wchar_t*, bool> cases[] = {{L"1", true},    {L"\" 1 \"", true}, {L"-1", true},
+                                                     {L"True", true}, {L"", false},       {L"2", false},
+                                                     {L"yes", false}, {L"01", false}};
+    for (const auto& [value, on] : cases) {
+        const std::wstring lines = L"DebugON=" + std::wstring(value) + L"\r\nEntwicklung=" + value + L"\r\n";
+        debugGroup(lines);
+        Runtime fresh{fake.border};
+        EXPECT_EQ(bIstEntwicklung(fresh), on) << value;
+        EXPECT_TRUE(DebugTraceEnabled(fresh)) << value;
+        EXPECT_EQ(fresh.trace.switchValue, on) << value;
+        EXPECT_EQ(fake.profiles.text(L"Pexoran.INI"), L"[Debug]\r\n" + lines);
+        debugGroup(L"");
+        EXPECT_EQ(bIstEntwicklung(fresh), on) << value;
+    }
+}
+
+TEST_F(ModProgDebug, SuppressionStopsThePump) {
+    PumpMessages(rt);
+    rt.pumpSuppressed = true;
+    PumpMessages(rt);
+    EXPECT_EQ(fake.desktop.pumps, 1);
+}
+
+} // namespace
+} // namespace tarv
