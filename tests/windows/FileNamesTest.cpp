@@ -1,0 +1,118 @@
+#include "platform/FileStore.h"
+#include "platform/ProfileFiles.h"
+#include "platform/windows/SystemText.h"
+#include "platform/windows/WindowsPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+namespace tarv {
+namespace {
+
+/// A folder of its own, its name outside every single-byte code page beside an ordinary part.
+class FileNamesTest : public testing::Test {
+protected:
+    FileNamesTest() {
+        wchar_t temporary[MAX_PATH];
+        GetTempPathW(MAX_PATH, temporary);
+        folder = std::wstring(temporary) + L"tarv \u0436\u00e4" + std::to_wstring(GetCurrentProcessId());
+        CreateDirectoryW(folder.c_str(), nullptr);
+    }
+    ~FileNamesTest() override { RemoveDirectoryW(folder.c_str()); }
+
+    std::vector<std::wstring> found(const std::wstring& pattern) {
+        std::vector<std::wstring> names;
+        const auto search = files.search(pattern);
+        for (auto entry = search->next(); entry; entry = search->next()) {
+            names.push_back(entry->name);
+        }
+        return names;
+    }
+
+    WindowsPlatform windows;
+    FileStore& files = windows.border().files;
+    std::wstring folder;
+};
+
+TEST_F(FileNamesTest, NamesOutsideTheCodePageAreNoPatterns) {
+    const std::wstring cyrillic = folder + L"\\\u0436.txt";
+    const std::wstring neighbour = folder + L"\\a.txt";
+    EXPECT_EQ(files.overwrite(cyrillic, "1"), 0u);
+    EXPECT_EQ(files.overwrite(neighbour, "22"), 0u);
+
+    EXPECT_EQ(found(cyrillic), std::vector<std::wstring>{L"\u0436.txt"});
+    EXPECT_EQ(files.length(cyrillic).valueOr(0), 1);
+    EXPECT_EQ(files.remove(cyrillic), 0u);
+    EXPECT_EQ(files.length(neighbour).valueOr(0), 2) << "the neighbour is untouched";
+    EXPECT_EQ(files.remove(neighbour), 0u);
+}
+
+TEST_F(FileNamesTest, ProfileFilesAreReachedThroughSuchFolders) {
+    const std::wstring ini = folder + L"\\\u0436.ini";
+    ASSERT_EQ(files.overwrite(ini, "[Info]\r\nProgVersion=12.3\r\n"), 0u);
+    ProfileFiles& profiles = windows.border().profiles;
+    EXPECT_EQ(profiles.getString(L"Info", L"ProgVersion", L"none", 100, ini), L"12.3");
+    EXPECT_EQ(profiles.getSectionNames(100, ini), std::wstring(L"Info\0", 5));
+    EXPECT_TRUE(profiles.writeString(L"Info", L"Neu", L"1", ini));
+    EXPECT_EQ(profiles.getString(L"Info", L"Neu", L"none", 100, ini), L"1");
+    EXPECT_EQ(files.remove(ini), 0u);
+}
+
+TEST(LongFileNameTest, OnlyLongPathsGetThePrefix) {
+    const std::wstring tail(300, L'x');
+    wchar_t current[MAX_PATH];
+    GetCurrentDirectoryW(MAX_PATH, current);
+    const struct {
+        std::wstring path, name;
+    } cases[] = {{L"", L""},
+                 {L"C:\\a\\..\\b", L"C:\\a\\..\\b"},
+                 {L"C:\\a\\..\\b/" + tail, L"\\\\?\\C:\\b\\" + tail},
+                 {L"\\\\server\\share\\" + tail, L"\\\\?\\UNC\\server\\share\\" + tail},
+                 {L"\\\\?\\C:\\" + tail, L"\\\\?\\C:\\" + tail},
+                 {tail, std::wstring(L"\\\\?\\") + current + L"\\" + tail},
+                 {L"C:\\" + tail + L"\\*.txt", L"\\\\?\\C:\\" + tail + L"\\*.txt"}};
+    for (const auto& one : cases) {
+        EXPECT_EQ(toFileName(one.path), one.name);
+    }
+}
+
+TEST_F(FileNamesTest, PathsMayBeLongerThanTheClassicLimit) {
+    const std::wstring part = L"\\" + std::wstring(120, L'x');
+    const std::wstring deep = folder + part + part + part;
+    for (const std::wstring& path : {folder + part, folder + part + part, deep}) {
+        ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + path).c_str(), nullptr));
+    }
+    // "." and "/" are understood as in short paths.
+    const std::wstring file = deep + L"\\./file.txt";
+    EXPECT_EQ(files.append(file, "one"), 0u);
+    EXPECT_EQ(files.append(file, "two"), 0u);
+    EXPECT_EQ(files.length(file).valueOr(0), 6);
+    EXPECT_EQ(found(deep + L"\\*.txt"), std::vector<std::wstring>{L"file.txt"});
+    EXPECT_EQ(files.attributes(deep).valueOr(0) & attribute::directory, attribute::directory);
+    EXPECT_EQ(files.length(deep + L"\\missing.txt").error(), system_code::fileNotFound);
+    EXPECT_EQ(files.remove(file), 0u);
+    for (const std::wstring& path : {deep, folder + part + part, folder + part}) {
+        EXPECT_TRUE(RemoveDirectoryW((L"\\\\?\\" + path).c_str()));
+    }
+}
+
+TEST_F(FileNamesTest, AppendersDoNotOverwriteEachOther) {
+    const std::wstring file = folder + L"\\trace.txt";
+    const HANDLE other = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
+    DWORD written = 0;
+    EXPECT_TRUE(WriteFile(other, "aa", 2, &written, nullptr));
+    EXPECT_EQ(files.append(file, "bb"), 0u);
+    EXPECT_TRUE(WriteFile(other, "cc", 2, &written, nullptr));
+    EXPECT_EQ(files.length(file).valueOr(0), 6);
+    EXPECT_EQ(files.overwrite(file, "d"), system_code::sharingViolation) << "it would cut the other's lines";
+    CloseHandle(other);
+    EXPECT_EQ(files.overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
+    EXPECT_EQ(files.length(file).valueOr(0), 1);
+    EXPECT_EQ(files.attributes(file).valueOr(0) & attribute::hidden, attribute::hidden);
+    EXPECT_EQ(files.remove(file), 0u);
+}
+
+} // namespace
+} // namespace tarv

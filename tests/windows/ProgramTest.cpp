@@ -1,0 +1,65 @@
+#include "platform/MachineFacts.h"
+#include "platform/OwnProgram.h"
+#include "platform/Processes.h"
+#include "platform/windows/ProcessHardening.h"
+#include "platform/windows/WindowsPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+namespace tarv {
+namespace {
+
+/// Every test of this program runs hardened, as the product does: so the components used elsewhere show that
+/// they still load with their neighbours.
+class Hardened : public testing::Environment {
+public:
+    void SetUp() override { hardenProcess(); }
+};
+const auto* const hardened = testing::AddGlobalTestEnvironment(new Hardened);
+
+TEST(OwnProgramTest, VersionIsThatOfTheFileNotOfTheProduct) {
+    WindowsPlatform windows;
+    const FileVersion version = windows.border().program.version();
+    EXPECT_EQ(version.major, 3);
+    EXPECT_EQ(version.minor, 14);
+    EXPECT_EQ(version.revision, 15);
+}
+
+TEST(ProcessHardeningTest, LibrariesWithoutPathComeFromTheSystemFolderOnly) {
+    ASSERT_NE(hardened, nullptr);
+    WindowsPlatform windows;
+    const std::wstring system = windows.border().machine.systemDirectory();
+    std::wstring program = windows.border().program.path();
+    program.resize(program.rfind(L'\\') + 1);
+    const wchar_t* const planted = L"tarv_planted.dll";
+    for (const std::wstring& folder : {std::wstring(), program}) {
+        const std::wstring file = folder + planted;
+        ASSERT_TRUE(CopyFileW((system + L"\\oleacc.dll").c_str(), file.c_str(), FALSE));
+        EXPECT_EQ(LoadLibraryW(planted), nullptr) << "beside the program or in the current folder";
+        EXPECT_TRUE(DeleteFileW(file.c_str()));
+    }
+    const HMODULE known = LoadLibraryW(L"oleacc.dll");
+    EXPECT_NE(known, nullptr);
+    FreeLibrary(known);
+}
+
+TEST(ProcessesTest, CommandLineKeepsEveryCharacter) {
+    WindowsPlatform windows;
+    Platform& border = windows.border();
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring file = std::wstring(folder) + L"tarv \u0436 \u00e4.txt";
+    const std::wstring shell = border.machine.systemDirectory() + L"\\cmd.exe";
+    const auto started = border.processes.create(
+        {shell, L"cmd /c copy /y nul \"" + file + L"\"", false, CREATE_NO_WINDOW, SW_HIDE});
+    ASSERT_TRUE(started);
+    EXPECT_EQ(border.processes.waitForObject(started->process, 30000), wait_result::signaled);
+    border.processes.close(started->thread);
+    border.processes.close(started->process);
+    EXPECT_TRUE(DeleteFileW(file.c_str()));
+}
+
+} // namespace
+} // namespace tarv
