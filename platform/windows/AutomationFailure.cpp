@@ -7,7 +7,21 @@ namespace tarv {
 
 namespace {
 
+/// Numbers of the suite's language for what the dispatch itself refuses.
+constexpr struct {
+    HRESULT code;
+    std::int32_t number;
+} numbers[] = {{DISP_E_OVERFLOW, 6},         {DISP_E_TYPEMISMATCH, 13},      {DISP_E_UNKNOWNNAME, 438},
+               {DISP_E_MEMBERNOTFOUND, 438}, {DISP_E_PARAMNOTOPTIONAL, 449}, {DISP_E_BADPARAMCOUNT, 450}};
+
+constexpr std::int32_t creationFailed = 429;
+
 std::int32_t numberOf(HRESULT code) {
+    for (const auto& known : numbers) {
+        if (known.code == code) {
+            return known.number;
+        }
+    }
     return HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : static_cast<std::int32_t>(code);
 }
 
@@ -40,7 +54,7 @@ ErrorRecord failureOf(HRESULT code, EXCEPINFO& info) {
 }
 
 ErrorRecord cannotCreate(HRESULT code, std::wstring_view what) {
-    return {automation_error::cannotCreate, systemMessage(static_cast<DWORD>(code)), std::wstring(what)};
+    return {creationFailed, systemMessage(static_cast<DWORD>(code)), std::wstring(what)};
 }
 
 } // namespace tarv

@@ -10,13 +10,9 @@
 
 namespace tarv {
 
-namespace automation_error {
-inline constexpr std::int32_t typeMismatch = 13;
-inline constexpr std::int32_t cannotCreate = 429;
-} // namespace automation_error
-
-/// The error record for a failed call: the low word of a code of the "control" facility (these are the
-/// numbers of the suite's language), else the whole code; described by the system.
+/// The error record for a failed call: the number that the suite's language has for it (438 for a member that
+/// the object does not have, the low word of a code of the "control" facility), else the whole code;
+/// described by the system.
 ErrorRecord failureOf(HRESULT code);
 
 /// The same for a call that may have filled `info`, which is emptied.

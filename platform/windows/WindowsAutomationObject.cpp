@@ -57,9 +57,7 @@ private:
 };
 
 Failure<ErrorRecord> mismatch() {
-    ErrorRecord record = failureOf(DISP_E_TYPEMISMATCH);
-    record.number = automation_error::typeMismatch;
-    return Failure{std::move(record)};
+    return Failure{failureOf(DISP_E_TYPEMISMATCH)};
 }
 
 } // namespace

@@ -97,7 +97,7 @@ TEST_F(AutomationTest, FailuresCarryWhatTheComponentSays) {
     ASSERT_TRUE(document);
     const auto member = document->call(L"noSuchMember", {});
     ASSERT_FALSE(member);
-    EXPECT_EQ(static_cast<std::uint32_t>(member.error().number), 0x80020006u);
+    EXPECT_EQ(member.error().number, 438);
 
     const ObjectRef element = root(L"<r/>");
     ASSERT_TRUE(element);
@@ -131,24 +131,17 @@ TEST_F(AutomationTest, LibrariesAreTakenByFullPathOnly) {
     }
 }
 
-TEST_F(AutomationTest, ErrorObjectReadsAndWritesItsRecord) {
-    const auto record = std::make_shared<ErrorRecord>(ErrorRecord{53, L"Datei nicht gefunden", L"Test"});
+TEST_F(AutomationTest, ErrorObjectConvertsWhatAComponentWrites) {
+    const auto record = std::make_shared<ErrorRecord>(ErrorRecord{53, L"", L""});
     const ObjectRef error = automation.errorObject(record);
-    EXPECT_EQ(*error->get(L"Number"), Value(std::int32_t{53}));
-    EXPECT_EQ(*error->get(std::int32_t{0}), Value(std::int32_t{53}));
-    EXPECT_EQ(text(error->get(L"description")), L"Datei nicht gefunden");
-    EXPECT_EQ(text(error->get(L"Source")), L"Test");
-
+    EXPECT_EQ(*error->get(std::int32_t{0}), Value(std::int32_t{53})) << "the number is the default property";
     EXPECT_TRUE(error->put(L"Number", std::wstring(L"-7")));
-    EXPECT_TRUE(error->put(L"Description", std::wstring(L"neu")));
     EXPECT_TRUE(error->put(L"Source", std::int16_t{3}));
-    EXPECT_EQ(*record, (ErrorRecord{-7, L"neu", L"3"}));
     EXPECT_FALSE(error->put(L"Number", std::wstring(L"keine Zahl")));
-    EXPECT_FALSE(error->get(std::int32_t{99}));
+    EXPECT_EQ(*record, (ErrorRecord{-7, L"", L"3"}));
 
-    // The default property of an object by reference is read through the reference.
     const ObjectRef other = automation.errorObject(std::make_shared<ErrorRecord>(ErrorRecord{76, L"", L""}));
-    EXPECT_TRUE(error->put(L"Number", ObjectByRef{other}));
+    EXPECT_TRUE(error->put(L"Number", ObjectByRef{other})) << "read through the reference";
     EXPECT_EQ(record->number, 76);
 
     EXPECT_TRUE(error->call(L"Clear", {}));
