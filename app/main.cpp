@@ -1,0 +1,80 @@
+#include "platform/windows/ProcessHardening.h"
+#include "platform/windows/WindowsPlatform.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+#include "shell/frmMain.h"
+#include "ui/MessageLoop.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objbase.h>
+
+#include <exception>
+#include <string>
+
+namespace tarv {
+namespace {
+
+struct ComApartment {
+    ComApartment() : entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ~ComApartment() {
+        if (entered) {
+            CoUninitialize();
+        }
+    }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+
+    const bool entered;
+};
+
+/// The program's parts in the order in which they need each other; they go in the opposite one.
+struct Program {
+    ComApartment apartment;
+    WindowsPlatform platform;
+    Runtime rt{platform.border()};
+    frmMain mainWindow{rt};
+};
+
+void run(int showCommand) {
+    Program program;
+    program.platform.setMessageFilter(ui::filterMessage);
+    program.mainWindow.load();
+    program.mainWindow.show(showCommand);
+    ui::runMessageLoop();
+}
+
+void showFailure(const std::wstring& text) {
+    // A message to quit that is still waiting would close the box at once.
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+    }
+    MessageBoxW(nullptr, text.c_str(), L"TARVENIK Serviceprogramm", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+}
+
+int runGuarded(int showCommand) {
+    try {
+        run(showCommand);
+        return 0;
+    } catch (const RuntimeError& error) {
+        const ErrorRecord& record = error.record();
+        showFailure(L"Das Programm muss beendet werden.\r\n\r\nFehler " + std::to_wstring(record.number) +
+                    L": " + record.description);
+    } catch (const std::exception&) {
+        showFailure(
+            L"Das Programm muss beendet werden: Windows stellt nicht genügend Speicher oder Fenster bereit.");
+    }
+    return 1;
+}
+
+} // namespace
+} // namespace tarv
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int showCommand) {
+    tarv::hardenProcess();
+    const INITCOMMONCONTROLSEX controls{sizeof controls,
+                                        ICC_TAB_CLASSES | ICC_TREEVIEW_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    return tarv::runGuarded(showCommand);
+}

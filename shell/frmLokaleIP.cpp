@@ -1,0 +1,87 @@
+#include "shell/frmLokaleIP.h"
+
+#include "app/resource.h"
+#include "infocenter/SystemProbes.h"
+#include "runtime/ModRkIni.h"
+#include "shell/Placement.h"
+#include "ui/MessageLoop.h"
+
+namespace tarv {
+namespace {
+
+constexpr ui::Twips margin = 165;
+constexpr ui::Twips pictureSize = 1440;
+constexpr ui::TwipsSize frame{3600, 960};
+constexpr ui::TwipsSize button{1350, 390};
+constexpr ui::TwipsSize client{margin + pictureSize + margin + frame.width + margin,
+                               margin + pictureSize + margin};
+constexpr int addressPoints = 14;
+
+} // namespace
+
+frmLokaleIP::frmLokaleIP(Runtime& rt, const ui::Window& mainWindow)
+    : rt_(rt), mainWindow_(mainWindow), picture_(IDR_IP_PICTURE) {
+    create({.className = L"frmLokaleIP",
+            .caption = L"IP-Adresse",
+            .style = WS_POPUP | WS_CAPTION | WS_SYSMENU,
+            .extendedStyle = WS_EX_DLGMODALFRAME,
+            .client = client,
+            .dialogKeys = true});
+    addControl(WC_BUTTONW, L" IP-Adresse ", BS_GROUPBOX | WS_VISIBLE, 0, ID_Frame1);
+    addControl(WC_STATICW, L"Label1", SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | WS_VISIBLE, 0, ID_Label1);
+    addControl(WC_BUTTONW, L"Schließen", BS_DEFPUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0, ID_cmdClose);
+    addControl(WC_STATICW, L"", SS_OWNERDRAW | WS_VISIBLE, 0, ID_Image1);
+    applyDpi();
+    layout();
+}
+
+void frmLokaleIP::showModal() {
+    const ui::ModalScope modal(*this);
+    load();
+    ui::runModal(*this);
+}
+
+void frmLokaleIP::load() {
+    SetWindowTextW(control(ID_Label1), TranslateText(GetLocalIPAdress()).c_str());
+    RECT main{};
+    GetWindowRect(mainWindow_.handle(), &main);
+    moveTo(ui::toTwips(main.left, mainWindow_.dpi()) + addressWindowOffset.width,
+           ui::toTwips(main.top, mainWindow_.dpi()) + addressWindowOffset.height);
+}
+
+std::wstring frmLokaleIP::GetLocalIPAdress() {
+    return GetLocalIP(rt_);
+}
+
+void frmLokaleIP::layout() {
+    const auto rect = [&](ui::Twips left, ui::Twips top, ui::Twips width, ui::Twips height) {
+        return RECT{pixels(left), pixels(top), pixels(left + width), pixels(top + height)};
+    };
+    const ui::Twips right = margin + pictureSize + margin;
+    place(ID_Image1, rect(margin, margin, pictureSize, pictureSize));
+    place(ID_Frame1, rect(right, margin - 60, frame.width, frame.height));
+    place(ID_Label1, rect(right + 90, margin + 240, frame.width - 180, frame.height - 360));
+    place(ID_cmdClose, rect(client.width - margin - button.width, client.height - margin - button.height,
+                            button.width, button.height));
+}
+
+void frmLokaleIP::applyDpi() {
+    addressFont_ = ui::makeFont(L"MS Sans Serif", addressPoints, dpi());
+    SendMessageW(control(ID_Label1), WM_SETFONT, reinterpret_cast<WPARAM>(addressFont_.get()), TRUE);
+}
+
+void frmLokaleIP::onCommand(int id, int /*notification*/) {
+    if (id == ID_cmdClose) {
+        close();
+    }
+}
+
+LRESULT frmLokaleIP::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_DRAWITEM) {
+        picture_.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    }
+    return Window::onMessage(message, wParam, lParam);
+}
+
+} // namespace tarv

@@ -1,0 +1,183 @@
+#include "shell/frmMain.h"
+
+#include "app/resource.h"
+#include "infocenter/frmInfo4Prg.h"
+#include "platform/Platform.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/Konstanten.h"
+#include "runtime/ModRkIni.h"
+#include "runtime/Runtime.h"
+#include "shell/MainMenu.h"
+#include "shell/Placement.h"
+#include "shell/frmLokaleIP.h"
+#include "ui/MessageLoop.h"
+#include "ui/Redraw.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace tarv {
+namespace {
+
+// The picture's own lettering ends here, in thousandths of its size; the version continues it.
+constexpr int versionLeft = 57;
+constexpr int versionTop = 390;
+constexpr ui::TwipsSize versionSize{4500, 420};
+constexpr COLORREF versionColour = RGB(0x17, 0x32, 0x4F);
+constexpr int versionPoints = 12;
+
+/// Marks that a modal window is open: each exists once.
+class ModalFlag {
+public:
+    explicit ModalFlag(bool& flag) : flag_(flag) { flag_ = true; }
+    ~ModalFlag() { flag_ = false; }
+    ModalFlag(const ModalFlag&) = delete;
+    ModalFlag& operator=(const ModalFlag&) = delete;
+
+private:
+    bool& flag_;
+};
+
+} // namespace
+
+frmMain::frmMain(Runtime& rt) : rt_(rt), startPicture_(IDR_START_PICTURE) {
+    create({.className = L"frmMain",
+            .caption = L"TARVENIK Serviceprogramm",
+            .style = WS_OVERLAPPEDWINDOW,
+            .client = {12000, 7500},
+            .minimumClient = {6000, 3750},
+            .menu = createMainMenu(),
+            .iconResource = IDI_PROGRAM});
+    addControl(WC_STATICW, L"Version:", SS_OWNERDRAW | WS_VISIBLE, 0, ID_lblVersion);
+    addControl(WC_STATICW, L"", SS_OWNERDRAW | WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
+    SkinFramework1_ = {rt_.platform.automation.create(skinControlProgId).valueOr(nullptr), platformHandle()};
+    applyDpi();
+    layout();
+}
+
+void frmMain::load() {
+    applySkin();
+    sizeStartPicture();
+    centreOnScreen();
+    showVersion();
+}
+
+void frmMain::show(int showCommand) {
+    ShowWindow(handle(), showCommand);
+    UpdateWindow(handle());
+}
+
+void frmMain::applySkin() {
+    ApplySkin(rt_, SkinFramework1_, std::nullopt, true, false, false);
+}
+
+void frmMain::sizeStartPicture() {
+    const RECT client = clientRect();
+    const ui::TwipsSize wanted = startPictureSize(outerSizeInTwips());
+    place(ID_imgStartPic, {0, 0, std::clamp<LONG>(pixels(wanted.width), 0, client.right),
+                           std::clamp<LONG>(pixels(wanted.height), 0, client.bottom)});
+}
+
+void frmMain::centreOnScreen() {
+    const ui::TwipsSize screen{ui::toTwips(GetSystemMetrics(SM_CXSCREEN), dpi()),
+                               ui::toTwips(GetSystemMetrics(SM_CYSCREEN), dpi())};
+    const ui::TwipsSize window = outerSizeInTwips();
+    moveTo(centred(screen.width, window.width), centred(screen.height, window.height));
+}
+
+void frmMain::showVersion() {
+    const std::wstring version = GetProgVersion(rt_);
+    const std::wstring caption = L"Version: " + std::wstring(untilNul(version.substr(0, 4)));
+    SetWindowTextW(control(ID_lblVersion), TranslateText(caption).c_str());
+    InvalidateRect(control(ID_lblVersion), nullptr, FALSE);
+}
+
+void frmMain::layout() {
+    sizeStartPicture();
+    const RECT client = clientRect();
+    const LONG left = client.right * versionLeft / 1000;
+    const LONG top = client.bottom * versionTop / 1000;
+    place(ID_lblVersion, {left, top, left + pixels(versionSize.width), top + pixels(versionSize.height)});
+    RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void frmMain::applyDpi() {
+    versionFont_ = ui::makeFont(L"Arial", versionPoints, dpi());
+    SendMessageW(control(ID_lblVersion), WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
+}
+
+void frmMain::mnuInfo_Click() {
+    if (modalOpen_) {
+        return;
+    }
+    const ModalFlag flag(modalOpen_);
+    {
+        const ui::RedrawLock lock(handle());
+        frmInfo4Prg(rt_).showModal();
+        if (alive()) {
+            applySkin();
+        }
+    }
+    RedrawWindow(handle(), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    activate();
+}
+
+void frmMain::mnuSupportIPAdresse_Click() {
+    if (modalOpen_) {
+        return;
+    }
+    const ModalFlag flag(modalOpen_);
+    frmLokaleIP(rt_, *this).showModal();
+}
+
+void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
+    RECT picture{};
+    GetClientRect(control(ID_imgStartPic), &picture);
+    const HBITMAP bitmap = startPicture_.bitmap(picture.right, picture.bottom);
+    RECT rect = part.rcItem;
+    FillRect(part.hDC, &rect, GetSysColorBrush(COLOR_BTNFACE));
+    if (bitmap) {
+        // The label shows its part of the picture as its background.
+        POINT origin{0, 0};
+        MapWindowPoints(part.hwndItem, control(ID_imgStartPic), &origin, 1);
+        const ui::MemoryDc memory(CreateCompatibleDC(part.hDC));
+        const ui::Selected selected(memory.get(), bitmap);
+        BitBlt(part.hDC, 0, 0, rect.right, rect.bottom, memory.get(), origin.x, origin.y, SRCCOPY);
+    }
+    if (part.CtlID == ID_lblVersion) {
+        wchar_t text[64];
+        const int length = GetWindowTextW(part.hwndItem, text, static_cast<int>(std::size(text)));
+        const ui::Selected font(part.hDC, versionFont_.get());
+        SetBkMode(part.hDC, TRANSPARENT);
+        SetTextColor(part.hDC, bitmap ? versionColour : GetSysColor(COLOR_BTNTEXT));
+        DrawTextW(part.hDC, text, length, &rect, DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+    }
+}
+
+void frmMain::onCommand(int id, int /*notification*/) {
+    switch (id) {
+    case ID_mnuFileExit:
+        ui::endProgram();
+        break;
+    case ID_mnuInfo:
+        mnuInfo_Click();
+        break;
+    case ID_mnuSupportIPAdresse:
+        mnuSupportIPAdresse_Click();
+        break;
+    default:
+        break;
+    }
+}
+
+LRESULT frmMain::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_DRAWITEM) {
+        drawPart(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    }
+    return Window::onMessage(message, wParam, lParam);
+}
+
+} // namespace tarv

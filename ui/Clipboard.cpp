@@ -1,0 +1,27 @@
+#include "ui/Clipboard.h"
+
+#include <cstring>
+
+namespace tarv::ui {
+
+bool copyToClipboard(HWND owner, std::wstring_view text) {
+    const std::size_t bytes = text.size() * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes + sizeof(wchar_t));
+    if (!memory) {
+        return false;
+    }
+    std::memcpy(GlobalLock(memory), text.data(), bytes);
+    GlobalUnlock(memory);
+    bool taken = false;
+    if (OpenClipboard(owner)) {
+        EmptyClipboard();
+        taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+        CloseClipboard();
+    }
+    if (!taken) {
+        GlobalFree(memory); // once on the clipboard, it belongs to the system
+    }
+    return taken;
+}
+
+} // namespace tarv::ui

@@ -1,0 +1,289 @@
+#include "ui/Window.h"
+
+#include "ui/MessageLoop.h"
+#include "ui/UiThread.h"
+#include "ui/WaitCursor.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace tarv::ui {
+namespace {
+
+HINSTANCE program() {
+    return GetModuleHandleW(nullptr);
+}
+
+HICON loadIcon(int resource, int metric, int dpi) {
+    return static_cast<HICON>(LoadImageW(program(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
+                                         systemMetric(metric, dpi), systemMetric(metric, dpi),
+                                         LR_DEFAULTCOLOR));
+}
+
+void setFont(HWND control, HFONT font) {
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+SIZE sizeOf(const RECT& rect) {
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+} // namespace
+
+Font makeFont(const wchar_t* face, int points, int dpi, int weight) {
+    return Font(CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                            OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                            DEFAULT_PITCH | FF_DONTCARE, face));
+}
+
+Window::~Window() {
+    if (handle_) {
+        DestroyWindow(handle_);
+    }
+}
+
+void Window::create(WindowDescription description) {
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = program();
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = description.className;
+    RegisterClassExW(&windowClass); // fails from the second window on; the class is there
+
+    dialogKeys_ = description.dialogKeys;
+    minimumClient_ = description.minimumClient;
+    iconResource_ = description.iconResource;
+    uiThread().windows.push_back(this);
+    if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
+                         description.style | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
+                         description.menu.get(), program(), this)) {
+        std::erase(uiThread().windows, this);
+        throw std::bad_alloc();
+    }
+    description.menu.release(); // the window destroys its menu
+    dpi_ = dpiOf(handle_);
+    renewFont();
+    loadIcons();
+    const SIZE outer = outerSizeFor(description.client);
+    SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+HWND Window::addControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD extendedStyle,
+                        int id) {
+    const HWND control =
+        CreateWindowExW(extendedStyle, controlClass, text, style | WS_CHILD, 0, 0, 0, 0, handle_,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), program(), nullptr);
+    setFont(control, font_.get());
+    return control;
+}
+
+void Window::place(int id, RECT rect) {
+    SetWindowPos(control(id), nullptr, rect.left, rect.top, sizeOf(rect).cx, sizeOf(rect).cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+TwipsSize Window::outerSizeInTwips() const {
+    RECT rect{};
+    GetWindowRect(handle_, &rect);
+    return {toTwips(sizeOf(rect).cx, dpi_), toTwips(sizeOf(rect).cy, dpi_)};
+}
+
+RECT Window::clientRect() const {
+    RECT rect{};
+    GetClientRect(handle_, &rect);
+    return rect;
+}
+
+void Window::moveTo(Twips left, Twips top) {
+    SetWindowPos(handle_, nullptr, pixels(left), pixels(top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Window::centreOnWorkArea(HWND reference) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(reference, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    RECT rect{};
+    GetWindowRect(handle_, &rect);
+    const SIZE area = sizeOf(monitor.rcWork);
+    const SIZE size{std::min(sizeOf(rect).cx, area.cx), std::min(sizeOf(rect).cy, area.cy)};
+    SetWindowPos(handle_, nullptr, monitor.rcWork.left + (area.cx - size.cx) / 2,
+                 monitor.rcWork.top + (area.cy - size.cy) / 2, size.cx, size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Window::close() {
+    if (modal_) {
+        closing_ = true;
+    } else if (handle_) {
+        DestroyWindow(handle_);
+    }
+}
+
+void Window::activate() {
+    if (handle_) {
+        SetActiveWindow(handle_);
+    }
+}
+
+SIZE Window::outerSizeFor(TwipsSize client) const {
+    return outerSize({pixels(client.width), pixels(client.height)},
+                     static_cast<DWORD>(GetWindowLongPtrW(handle_, GWL_STYLE)),
+                     static_cast<DWORD>(GetWindowLongPtrW(handle_, GWL_EXSTYLE)), GetMenu(handle_) != nullptr,
+                     dpi_);
+}
+
+void Window::loadIcons() {
+    if (iconResource_ == 0) {
+        return;
+    }
+    Icon big(loadIcon(iconResource_, SM_CXICON, dpi_));
+    Icon small(loadIcon(iconResource_, SM_CXSMICON, dpi_));
+    SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
+    SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
+    bigIcon_ = std::move(big);
+    smallIcon_ = std::move(small);
+}
+
+void Window::renewFont() {
+    const LOGFONTW description = dialogFont(dpi_);
+    Font fresh(CreateFontIndirectW(&description));
+    for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        setFont(child, fresh.get());
+    }
+    font_ = std::move(fresh);
+}
+
+void Window::changeDpi(int dpi, const RECT& suggested) {
+    dpi_ = dpi;
+    renewFont();
+    loadIcons();
+    applyDpi();
+    SetWindowPos(handle_, nullptr, suggested.left, suggested.top, sizeOf(suggested).cx, sizeOf(suggested).cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    layout();
+    RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void Window::restoreFocus() {
+    const HWND target = IsChild(handle_, lastFocus_) && IsWindowVisible(lastFocus_)
+                            ? lastFocus_
+                            : GetNextDlgTabItem(handle_, nullptr, FALSE);
+    if (target) {
+        SetFocus(target);
+    }
+}
+
+LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefWindowProcW(handle_, message, wParam, lParam);
+}
+
+LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND:
+        if (dialogKeys_ && LOWORD(wParam) == IDCANCEL) {
+            close();
+        } else {
+            onCommand(LOWORD(wParam), HIWORD(wParam));
+        }
+        return 0;
+    case WM_CLOSE:
+        close();
+        return 0;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED) {
+            layout();
+        }
+        return 0;
+    case WM_GETMINMAXINFO:
+        if (minimumClient_.width > 0) {
+            const SIZE least = outerSizeFor(minimumClient_);
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.cx, least.cy};
+        }
+        return 0;
+    case WM_DPICHANGED:
+        changeDpi(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return 0;
+    case WM_SETTINGCHANGE:
+        if (wParam == SPI_SETNONCLIENTMETRICS) {
+            renewFont();
+            applyDpi();
+            layout();
+        }
+        return 0;
+    case WM_SYSCOLORCHANGE:
+        for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            SendMessageW(child, message, wParam, lParam);
+        }
+        break;
+    case WM_SETCURSOR:
+        if (WaitCursor::showing()) {
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
+        }
+        if (static_cast<short>(LOWORD(lParam)) == HTERROR && HIWORD(lParam) == WM_LBUTTONDOWN) {
+            // A click on a window that a modal one has disabled brings the modal one to the front.
+            SetForegroundWindow(uiThread().windows.back()->handle_);
+        }
+        break;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(handle_, GetFocus())) {
+            lastFocus_ = GetFocus();
+        }
+        break;
+    case WM_SETFOCUS:
+        restoreFocus();
+        return 0;
+    case DM_GETDEFID:
+        // Enter presses the button that has the focus, and only that one.
+        if (SendMessageW(GetFocus(), WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
+            return MAKELRESULT(GetDlgCtrlID(GetFocus()), DC_HASDEFID);
+        }
+        return 0;
+    case WM_ENDSESSION:
+        if (wParam) {
+            endProgram();
+        }
+        return 0;
+    default:
+        break;
+    }
+    return onMessage(message, wParam, lParam);
+}
+
+LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* created = static_cast<Window*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
+        created->handle_ = handle;
+        SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+        enableFrameScaling(handle);
+    }
+    auto* window = reinterpret_cast<Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+    if (!window) {
+        return DefWindowProcW(handle, message, wParam, lParam);
+    }
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+        window->handle_ = nullptr;
+        std::erase(uiThread().windows, window);
+        if (uiThread().windows.empty()) {
+            PostQuitMessage(0);
+        }
+        return DefWindowProcW(handle, message, wParam, lParam);
+    }
+    try {
+        return window->dispatch(message, wParam, lParam);
+    } catch (...) {
+        // The first failure tells what went wrong; it goes on from the message loop.
+        if (!uiThread().failure) {
+            uiThread().failure = std::current_exception();
+        }
+        endProgram();
+        return 0;
+    }
+}
+
+} // namespace tarv::ui
