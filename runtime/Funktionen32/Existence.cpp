@@ -197,9 +197,7 @@ bool Uexist(Runtime& rt, std::wstring_view path, bool directory) {
 void LoadAccessMode(Runtime& rt) {
     double mode = 0;
     try {
-        const Value configured = Tarvwin_Eintrag(rt, L"SYS", L"Zugriff_Slow", std::wstring(L"1"));
-        if (const auto* text = std::get_if<std::wstring>(&configured))
-            mode = std::floor(std::abs(readNumber(*text)));
+        mode = std::floor(std::abs(readNumber(suiteText(rt, L"SYS", L"Zugriff_Slow", L"1"))));
     } catch (const RuntimeError&) {
         // A number that no double holds is outside the range like any other.
     }

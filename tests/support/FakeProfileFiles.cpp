@@ -16,7 +16,7 @@ std::wstring_view stripped(std::wstring_view text) {
 }
 
 bool same(std::wstring_view a, std::wstring_view b) {
-    return upperCase(a) == upperCase(b);
+    return a.size() == b.size() && upperCase(a) == upperCase(b);
 }
 
 /// As the ANSI functions hand a text on: what the code page lacks is "?".
