@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarv::program {
+
+/// Asks again and again until `condition` holds; false when it still does not after the time.
+bool waitUntil(const std::function<bool()>& condition, DWORD milliseconds = 20000);
+
+struct TreeNode {
+    std::wstring text;
+    std::vector<std::wstring> children;
+};
+
+/// The running program as its user has it: windows found by class, controls by id, everything else through
+/// messages and keys. Ends the program when it goes.
+class ProgramDriver {
+public:
+    /// Variables with an empty value are taken out of the environment.
+    explicit ProgramDriver(const std::wstring& program,
+                           const std::map<std::wstring, std::wstring>& environment = {});
+    ~ProgramDriver();
+    ProgramDriver(const ProgramDriver&) = delete;
+    ProgramDriver& operator=(const ProgramDriver&) = delete;
+
+    /// The visible window of that class; null when none appears in time. Message boxes that come up meanwhile
+    /// are answered with OK and their texts kept.
+    HWND window(const wchar_t* windowClass, DWORD milliseconds = 30000);
+    bool gone(HWND window, DWORD milliseconds = 20000);
+    bool ended(DWORD milliseconds = 20000);
+    DWORD exitCode() const;
+
+    /// "title: text" of every box answered so far.
+    const std::vector<std::wstring>& boxes() const { return boxes_; }
+
+    void command(HWND window, int id);
+
+    static std::wstring text(HWND window);
+    std::wstring tabText(HWND tabs, int index);
+    /// All nodes; every group is opened first, as a user would.
+    std::vector<TreeNode> tree(HWND treeView);
+    std::wstring nodeText(HWND treeView, HTREEITEM item);
+
+    /// Waits until the window's place on the screen no longer changes, and saves it as a bitmap file.
+    static bool savePicture(HWND window, const std::wstring& file);
+
+private:
+    HWND findWindow(const wchar_t* windowClass);
+    void answerBoxes();
+
+    PROCESS_INFORMATION process_{};
+    std::vector<std::wstring> boxes_;
+};
+
+} // namespace tarv::program
