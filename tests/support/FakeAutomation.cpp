@@ -152,6 +152,10 @@ ObjectRef FakeAutomation::errorObject(std::shared_ptr<ErrorRecord> record) {
     made->writes(L"Number", [=](const Value& put) { record->number = wholeNumber(put); });
     text(L"Description", &ErrorRecord::description);
     text(L"Source", &ErrorRecord::source);
+    made->runs(L"Clear", [=](std::span<const Value>) {
+        *record = {};
+        return Value();
+    });
     return made;
 }
 

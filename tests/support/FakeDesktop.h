@@ -25,13 +25,50 @@ class FakeDesktop : public Desktop {
 public:
     explicit FakeDesktop(FaultPlan& faults) : faults_(faults) {}
 
-    std::int32_t messageBox(std::wstring_view text, std::wstring_view title, std::uint32_t style) override;
-    void pumpMessages() override;
-    void sleep(std::uint32_t milliseconds) override;
-    WindowHandle activeWindow() override;
-    WindowHandle activeForm() override;
-    bool isWindow(WindowHandle window) override;
-    void setFocus(WindowHandle window) override;
+    std::int32_t messageBox(std::wstring_view text, std::wstring_view title, std::uint32_t style) override {
+        if (faults_.enter("Desktop.messageBox"))
+            return 0;
+        boxes.push_back({std::wstring(text), std::wstring(title), style});
+        if (answers.empty())
+            return (style & 15) == message_box::ok      ? message_box::answerOk
+                   : (style & 15) == message_box::yesNo ? message_box::answerYes
+                                                        : message_box::answerCancel;
+        const std::int32_t answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
+    void pumpMessages() override {
+        faults_.enter("Desktop.pumpMessages");
+        ++pumps;
+        if (onPump)
+            onPump();
+    }
+
+    void sleep(std::uint32_t milliseconds) override {
+        faults_.enter("Desktop.sleep");
+        sleeps.push_back(milliseconds);
+        if (onSleep)
+            onSleep(milliseconds);
+    }
+
+    WindowHandle activeWindow() override {
+        return faults_.enter("Desktop.activeWindow") ? WindowHandle::none : active;
+    }
+
+    WindowHandle activeForm() override {
+        return faults_.enter("Desktop.activeForm") ? WindowHandle::none : form;
+    }
+
+    bool isWindow(WindowHandle window) override {
+        const bool refused = faults_.enter("Desktop.isWindow").has_value() || window == WindowHandle::none;
+        return !refused && (window == active || window == form || windows.contains(window));
+    }
+
+    void setFocus(WindowHandle window) override {
+        if (!faults_.enter("Desktop.setFocus"))
+            focused.push_back(window);
+    }
 
     std::vector<ShownMessageBox> boxes;
     /// Used up in order; without one the user answers OK, Yes or Cancel, whichever the box offers.

@@ -8,72 +8,42 @@
 namespace tarv {
 namespace {
 
-/// The components of an absolute path; the first is the drive ("C:") or the share ("\\server\share").
-std::vector<std::wstring> components(std::wstring_view absolute) {
-    std::vector<std::wstring> parts;
-    std::size_t start = 0;
-    if (absolute.starts_with(L"\\\\")) {
-        const std::size_t share = absolute.find(L'\\', 2);
-        const std::size_t end = share == std::wstring_view::npos
-                                    ? absolute.size()
-                                    : std::min(absolute.find(L'\\', share + 1), absolute.size());
-        parts.emplace_back(absolute.substr(0, end));
-        start = end;
-    }
-    while (start < absolute.size()) {
-        const std::size_t end = std::min(absolute.find(L'\\', start), absolute.size());
-        if (end > start)
-            parts.emplace_back(absolute.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
-}
-
 bool matchesFrom(std::wstring_view name, std::wstring_view pattern) {
     if (pattern.empty())
         return name.empty();
-    switch (pattern.front()) {
-    case L'*':
-        // "name.*" also finds "name": a "." with nothing but stars behind it may match the end of the name.
-        return matchesFrom(name, pattern.substr(1)) ||
-               (!name.empty() && matchesFrom(name.substr(1), pattern));
-    case L'?':
-        // At the end of the name and in front of a "." a "?" may stand for nothing.
-        if (!name.empty() && name.front() != L'.' && matchesFrom(name.substr(1), pattern.substr(1)))
-            return true;
-        return (name.empty() || name.front() == L'.') && matchesFrom(name, pattern.substr(1));
-    case L'.':
-        if (name.empty())
-            return pattern.find_first_not_of(L"*?", 1) == std::wstring_view::npos;
-        [[fallthrough]];
-    default:
-        return !name.empty() && name.front() == pattern.front() &&
-               matchesFrom(name.substr(1), pattern.substr(1));
-    }
+    const std::wstring_view rest = pattern.substr(1);
+    if (pattern.front() == L'*')
+        return matchesFrom(name, rest) || (!name.empty() && matchesFrom(name.substr(1), pattern));
+    // At the end of the name and in front of a "." a "?" may stand for nothing.
+    if (pattern.front() == L'?' && (name.empty() || name.front() == L'.'))
+        return matchesFrom(name, rest);
+    // "name.*" also finds "name".
+    if (pattern.front() == L'.' && name.empty())
+        return rest.find_first_not_of(L"*?") == std::wstring_view::npos;
+    return !name.empty() && (pattern.front() == L'?' || name.front() == pattern.front()) &&
+           matchesFrom(name.substr(1), rest);
 }
 
 } // namespace
 
 bool matchesPattern(std::wstring_view name, std::wstring_view pattern) {
-    if (pattern == L"*.*")
-        return true;
     return matchesFrom(upperCase(name), upperCase(pattern));
 }
 
 FakeEntry* FakeEntry::child(std::wstring_view wanted) const {
     const std::wstring key = upperCase(wanted);
-    for (const auto& entry : children)
-        if (upperCase(entry->name) == key ||
-            (!entry->shortName.empty() && upperCase(entry->shortName) == key))
+    if (const auto found = children.find(key); found != children.end())
+        return found->second.get();
+    for (const auto& [longName, entry] : children)
+        if (upperCase(entry->shortName) == key)
             return entry.get();
     return nullptr;
 }
 
 FakeDisk::FakeDisk() {
-    root_.attributes = attribute::directory;
     addFolder(L"C:\\Windows\\System32");
     addFolder(L"C:\\ProgramData");
-    addFolder(L"C:\\Program Files\\TARVENIK");
+    addFile(L"C:\\Program Files\\TARVENIK\\TarvService.exe", "MZ");
 }
 
 FakeEntry& FakeDisk::addFile(std::wstring_view path, std::string bytes, std::uint32_t attributes,
@@ -88,16 +58,12 @@ FakeEntry& FakeDisk::addFolder(std::wstring_view path, std::uint32_t attributes,
 }
 
 FakeEntry& FakeDisk::add(std::wstring_view path, std::uint32_t attributes, std::wstring shortName) {
-    FakeEntry* at = &root_;
-    for (const std::wstring& part : components(absolute(path))) {
+    FakeEntry* at = root_.get();
+    for (const std::wstring& part : walk(path)) {
         FakeEntry* next = at->child(part);
         if (next == nullptr) {
-            auto made = std::make_unique<FakeEntry>();
-            made->name = part;
-            made->attributes = attribute::directory;
-            next = made.get();
-            at->children.push_back(std::move(made));
-            std::ranges::sort(at->children, {}, [](const auto& entry) { return upperCase(entry->name); });
+            next = (at->children[upperCase(part)] = std::make_unique<FakeEntry>()).get();
+            next->name = part;
         }
         at = next;
     }
@@ -108,21 +74,18 @@ FakeEntry& FakeDisk::add(std::wstring_view path, std::uint32_t attributes, std::
 
 void FakeDisk::remove(std::wstring_view path) {
     const FakeEntry* gone = find(path);
-    FakeEntry* folder = parent(path);
-    if (gone != nullptr && folder != nullptr)
-        std::erase_if(folder->children, [&](const auto& entry) { return entry.get() == gone; });
+    if (gone != nullptr)
+        parent(path)->children.erase(upperCase(gone->name));
 }
 
 FakeEntry* FakeDisk::find(std::wstring_view path) const {
-    if (path.empty())
-        return nullptr;
-    const FakeEntry* at = &root_;
-    for (const std::wstring& part : components(absolute(path))) {
-        at = at->child(part);
-        if (at == nullptr)
-            return nullptr;
-    }
-    return const_cast<FakeEntry*>(at);
+    FakeEntry* found = descend(path, 0);
+    return found != nullptr && path.ends_with(L'\\') && !found->isFolder() ? nullptr : found;
+}
+
+FakeEntry* FakeDisk::parent(std::wstring_view path) const {
+    FakeEntry* found = descend(path, 1);
+    return found != nullptr && found->isFolder() ? found : nullptr;
 }
 
 const std::string& FakeDisk::bytes(std::wstring_view path) const {
@@ -132,46 +95,42 @@ const std::string& FakeDisk::bytes(std::wstring_view path) const {
     return entry->bytes;
 }
 
-FakeEntry* FakeDisk::parent(std::wstring_view path) const {
-    if (path.empty())
-        return nullptr;
-    auto parts = components(absolute(path));
-    const FakeEntry* at = &root_;
-    for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+FakeEntry* FakeDisk::descend(std::wstring_view path, std::size_t leaveOut) const {
+    FakeEntry* at = path.empty() ? nullptr : root_.get();
+    const auto parts = walk(path);
+    for (std::size_t i = 0; at != nullptr && i + leaveOut < parts.size(); ++i)
         at = at->child(parts[i]);
-        if (at == nullptr || !at->isFolder())
-            return nullptr;
-    }
-    return const_cast<FakeEntry*>(at);
+    return at;
 }
 
-std::wstring FakeDisk::absolute(std::wstring_view path) const {
+std::vector<std::wstring> FakeDisk::walk(std::wstring_view path) const {
     std::wstring full(path);
     std::ranges::replace(full, L'/', L'\\');
-    const bool onDrive = full.size() >= 2 && full[1] == L':';
+    const std::wstring drive = currentDirectory.substr(0, 2);
     if (full.starts_with(L"\\\\?\\")) {
         full.erase(0, 4);
-    } else if (onDrive && (full.size() == 2 || full[2] != L'\\')) {
-        // Relative to the drive's own current directory: the process's on its drive, the root elsewhere.
-        const bool here = upperCase(full.substr(0, 2)) == upperCase(currentDirectory.substr(0, 2));
-        full = (here ? currentDirectory : full.substr(0, 2)) + L"\\" + full.substr(2);
-    } else if (!onDrive && !full.starts_with(L"\\\\")) {
-        full =
-            full.starts_with(L"\\") ? currentDirectory.substr(0, 2) + full : currentDirectory + L"\\" + full;
+    } else if (full.size() > 1 && full[1] == L':') {
+        // Every drive has its own current directory: here the process's one, on other drives the root.
+        if (full.size() == 2 || full[2] != L'\\')
+            full.insert(
+                2, (upperCase(full.substr(0, 2)) == upperCase(drive) ? currentDirectory.substr(2) : L"") +
+                       L"\\");
+    } else if (!full.starts_with(L"\\\\")) {
+        full.insert(0, full.starts_with(L'\\') ? drive : currentDirectory + L"\\");
     }
-    std::vector<std::wstring> walked;
-    for (std::wstring& part : components(full)) {
-        if (part == L".." && walked.size() > 1)
-            walked.pop_back();
-        else if (part != L"." && part != L"..")
-            walked.push_back(std::move(part));
+    std::vector<std::wstring> parts;
+    for (std::size_t start = 0; start < full.size();) {
+        const std::size_t end = std::min(full.find(L'\\', std::max<std::size_t>(start, 2)), full.size());
+        std::wstring part = full.substr(start, end - start);
+        start = end + 1;
+        if (part == L".." && parts.size() > 1)
+            parts.pop_back();
+        // Windows drops dots and blanks at the end of a name.
+        part.erase(part.find_last_not_of(L" .") + 1);
+        if (!part.empty())
+            parts.push_back(std::move(part));
     }
-    std::wstring result;
-    for (const std::wstring& part : walked)
-        result += (result.empty() ? L"" : L"\\") + part;
-    if (full.ends_with(L'\\') || walked.size() == 1)
-        result += L'\\';
-    return result;
+    return parts;
 }
 
 } // namespace tarv

@@ -2,6 +2,7 @@
 
 #include "platform/FileStore.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,14 +10,14 @@
 
 namespace tarv {
 
-/// A file or folder of the scripted disk. Entries of a folder stand in the order of their upper-cased names,
-/// as the Windows file system delivers them.
+/// A file or folder of the scripted disk.
 struct FakeEntry {
     std::wstring name;
     std::wstring shortName;
-    std::uint32_t attributes = 0;
+    std::uint32_t attributes = attribute::directory;
     std::string bytes;
-    std::vector<std::unique_ptr<FakeEntry>> children;
+    /// Under their upper-cased names, which is also the order in which Windows delivers them.
+    std::map<std::wstring, std::unique_ptr<FakeEntry>> children;
 
     bool isFolder() const { return (attributes & attribute::directory) != 0; }
     /// By long or short name, without regard to case; null when missing.
@@ -24,13 +25,14 @@ struct FakeEntry {
 };
 
 /// Files in memory under Windows paths, shared by all fakes that read or write files. Knows drives and
-/// network shares, "." and "..", and paths relative to the current directory. A new disk holds C:\Windows and
-/// little else.
+/// network shares, "." and "..", and paths relative to the current directory. A new disk holds the Windows
+/// folder, the common application data and the running program.
 class FakeDisk {
 public:
     FakeDisk();
 
-    /// Both create missing folders on the way and replace what an existing entry holds.
+    /// Both make the missing folders on the way. An existing entry gets the new attributes, a file the new
+    /// bytes.
     FakeEntry& addFile(std::wstring_view path, std::string bytes = {},
                        std::uint32_t attributes = attribute::archive, std::wstring shortName = {});
     FakeEntry& addFolder(std::wstring_view path, std::uint32_t attributes = attribute::directory,
@@ -41,19 +43,18 @@ public:
     bool exists(std::wstring_view path) const { return find(path) != nullptr; }
     /// The bytes of a file; throws when there is none, so that a wrong path shows in the test.
     const std::string& bytes(std::wstring_view path) const;
-
     /// The folder that holds or would hold the path's last component; null when it is missing.
     FakeEntry* parent(std::wstring_view path) const;
-
-    /// Full path without "." and ".."; keeps a trailing "\".
-    std::wstring absolute(std::wstring_view path) const;
 
     std::wstring currentDirectory = L"C:\\Program Files\\TARVENIK";
 
 private:
+    /// The components of the absolute path, beginning with the drive ("C:") or the server ("\\server").
+    std::vector<std::wstring> walk(std::wstring_view path) const;
+    FakeEntry* descend(std::wstring_view path, std::size_t leaveOut) const;
     FakeEntry& add(std::wstring_view path, std::uint32_t attributes, std::wstring shortName);
 
-    FakeEntry root_;
+    std::unique_ptr<FakeEntry> root_ = std::make_unique<FakeEntry>();
 };
 
 /// Whether a name matches a search pattern with "*" and "?" as the Windows directory search does it.

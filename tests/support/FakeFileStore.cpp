@@ -1,7 +1,5 @@
 #include "tests/support/FakeFileStore.h"
 
-#include "runtime/Funktionen32/Texts.h"
-
 namespace tarv {
 namespace {
 
@@ -43,6 +41,13 @@ Answer<FakeEntry*> FakeFileStore::existing(std::wstring_view path) const {
     return Failure{disk_.parent(path) != nullptr ? system_code::fileNotFound : system_code::pathNotFound};
 }
 
+Answer<FakeEntry*> FakeFileStore::changeable(std::wstring_view path) const {
+    auto entry = existing(path);
+    if (entry && ((*entry)->attributes & (attribute::directory | attribute::readOnly)) != 0)
+        return Failure{system_code::accessDenied};
+    return entry;
+}
+
 Answer<std::int64_t> FakeFileStore::length(std::wstring_view path) {
     if (const auto code = faults_.enter("FileStore.length"))
         return Failure{*code};
@@ -63,69 +68,55 @@ Answer<std::uint32_t> FakeFileStore::attributes(std::wstring_view path) {
 }
 
 std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern) {
-    const auto planned = faults_.enter("FileStore.search");
+    SystemCode failure = faults_.enter("FileStore.search").value_or(0);
+    const std::size_t cut = pattern.find_last_of(L"\\/:") + 1;
+    const std::wstring_view last = pattern.substr(cut);
+    const FakeEntry* folder =
+        pattern.empty() ? nullptr : disk_.find(cut == 0 ? L"." : pattern.substr(0, cut));
     std::vector<DirectoryEntry> found;
-    SystemCode failure = planned.value_or(0);
-    const FakeEntry* folder = disk_.parent(pattern);
     if (failure == 0 && (folder == nullptr || !folder->isFolder()))
         failure = system_code::pathNotFound;
-    if (failure == 0) {
-        const std::wstring full = disk_.absolute(pattern);
-        const std::wstring_view last = std::wstring_view(full).substr(full.rfind(L'\\') + 1);
-        const bool inDriveRoot = full.find(L'\\') == full.rfind(L'\\');
-        if (!last.empty() && !inDriveRoot)
-            for (const std::wstring_view dots : {L".", L".."})
-                if (matchesPattern(dots, last))
-                    found.push_back({std::wstring(dots), attribute::directory});
-        if (!last.empty())
-            for (const auto& entry : folder->children)
-                if (matchesPattern(entry->name, last) ||
-                    (!entry->shortName.empty() && matchesPattern(entry->shortName, last)))
-                    found.push_back({entry->name, entry->attributes});
-        if (found.empty())
-            failure = system_code::fileNotFound;
+    if (failure == 0 && !last.empty()) {
+        // A drive root holds neither "." nor "..".
+        for (const std::wstring_view dots : {L".", L".."})
+            if (!folder->name.ends_with(L':') && matchesPattern(dots, last))
+                found.push_back({std::wstring(dots), attribute::directory});
+        for (const auto& [key, entry] : folder->children)
+            if (matchesPattern(entry->name, last) ||
+                (!entry->shortName.empty() && matchesPattern(entry->shortName, last)))
+                found.push_back({entry->name, entry->attributes});
     }
+    if (failure == 0 && found.empty())
+        failure = system_code::fileNotFound;
     return std::make_unique<FakeSearch>(faults_, openSearches, std::move(found), failure);
 }
 
 SystemCode FakeFileStore::append(std::wstring_view path, std::string_view bytes) {
-    if (const auto code = faults_.enter("FileStore.append"))
-        return *code;
-    return write(path, bytes, true);
+    const auto planned = faults_.enter("FileStore.append");
+    return planned ? *planned : write(path, bytes, true);
 }
 
 SystemCode FakeFileStore::overwrite(std::wstring_view path, std::string_view bytes) {
-    if (const auto code = faults_.enter("FileStore.overwrite"))
-        return *code;
-    return write(path, bytes, false);
+    const auto planned = faults_.enter("FileStore.overwrite");
+    return planned ? *planned : write(path, bytes, false);
 }
 
 SystemCode FakeFileStore::write(std::wstring_view path, std::string_view bytes, bool keepContent) {
-    const auto entry = existing(path);
+    const auto entry = changeable(path);
     if (!entry && entry.error() != system_code::fileNotFound)
         return entry.error();
-    if (!entry) {
-        disk_.addFile(path, std::string(bytes));
-        return 0;
-    }
-    if (((*entry)->attributes & (attribute::directory | attribute::readOnly)) != 0)
-        return system_code::accessDenied;
-    if (!keepContent)
-        (*entry)->bytes.clear();
-    (*entry)->bytes += bytes;
+    FakeEntry& file = entry ? **entry : disk_.addFile(path);
+    file.bytes = (keepContent ? file.bytes : "") + std::string(bytes);
     return 0;
 }
 
 SystemCode FakeFileStore::remove(std::wstring_view path) {
     if (const auto code = faults_.enter("FileStore.remove"))
         return *code;
-    const auto entry = existing(path);
-    if (!entry)
-        return entry.error();
-    if (((*entry)->attributes & (attribute::directory | attribute::readOnly)) != 0)
-        return system_code::accessDenied;
-    disk_.remove(path);
-    return 0;
+    const auto entry = changeable(path);
+    if (entry)
+        disk_.remove(path);
+    return entry ? 0 : entry.error();
 }
 
 std::wstring FakeFileStore::currentDirectory() {

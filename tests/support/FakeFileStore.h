@@ -23,6 +23,7 @@ public:
 
 private:
     Answer<FakeEntry*> existing(std::wstring_view path) const;
+    Answer<FakeEntry*> changeable(std::wstring_view path) const;
     SystemCode write(std::wstring_view path, std::string_view bytes, bool keepContent);
 
     FaultPlan& faults_;

@@ -3,6 +3,8 @@
 #include "platform/Processes.h"
 #include "tests/support/FaultPlan.h"
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <functional>
 #include <set>
@@ -24,12 +26,38 @@ class FakeProcesses : public Processes {
 public:
     explicit FakeProcesses(FaultPlan& faults) : faults_(faults) {}
 
-    Answer<ProcessInformation> create(const ProcessRequest& request) override;
+    Answer<ProcessInformation> create(const ProcessRequest& request) override {
+        created.push_back(request);
+        if (const auto code = faults_.enter("Processes.create"))
+            return Failure{*code};
+        lastNumber_ += 8;
+        const ProcessInformation started{KernelHandle(lastNumber_), KernelHandle(lastNumber_ + 4),
+                                         lastNumber_ + 1000, lastNumber_ + 1004};
+        open.insert({started.process, started.thread});
+        if (onCreate)
+            onCreate(request);
+        return started;
+    }
+
     SystemCode startThroughShell(std::wstring_view file, std::wstring_view arguments,
-                                 std::uint16_t showWindow) override;
-    std::uint32_t waitForInputIdle(KernelHandle process, std::uint32_t milliseconds) override;
-    std::uint32_t waitForObject(KernelHandle handle, std::uint32_t milliseconds) override;
-    void close(KernelHandle handle) override;
+                                 std::uint16_t showWindow) override {
+        shellStarts.push_back({std::wstring(file), std::wstring(arguments), showWindow});
+        return faults_.enter("Processes.startThroughShell").value_or(0);
+    }
+
+    std::uint32_t waitForInputIdle(KernelHandle process, std::uint32_t) override {
+        return wait("Processes.waitForInputIdle", process, idleWaits);
+    }
+
+    std::uint32_t waitForObject(KernelHandle handle, std::uint32_t) override {
+        return wait("Processes.waitForObject", handle, waits);
+    }
+
+    void close(KernelHandle handle) override {
+        faults_.enter("Processes.close");
+        if (handle != KernelHandle::none && open.erase(handle) == 0)
+            ADD_FAILURE() << "closed a handle that is not open: " << static_cast<std::uintptr_t>(handle);
+    }
 
     std::vector<ProcessRequest> created;
     std::vector<ShellStart> shellStarts;
@@ -43,11 +71,18 @@ public:
     std::function<void(const ProcessRequest&)> onCreate;
 
 private:
-    std::uint32_t wait(KernelHandle handle, std::deque<std::uint32_t>& scripted);
+    std::uint32_t wait(std::string_view function, KernelHandle handle, std::deque<std::uint32_t>& scripted) {
+        if (faults_.enter(function) || !open.contains(handle))
+            return wait_result::failed;
+        if (scripted.empty())
+            return wait_result::signaled;
+        const std::uint32_t answer = scripted.front();
+        scripted.pop_front();
+        return answer;
+    }
 
     FaultPlan& faults_;
-    std::uintptr_t lastHandle_ = 0x100;
-    std::uint32_t lastId_ = 1000;
+    std::uint32_t lastNumber_ = 0x100;
 };
 
 } // namespace tarv

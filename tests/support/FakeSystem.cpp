@@ -11,17 +11,14 @@ std::vector<std::wstring> FakeEnvironment::entries() {
 }
 
 std::wstring FakeEnvironment::value(std::wstring_view name) {
-    if (faults_.enter("Environment.value"))
-        return {};
+    const bool refused = faults_.enter("Environment.value").has_value();
     const auto entry = find(name);
-    return entry == list.end() ? std::wstring() : entry->substr(name.size() + 1);
+    return refused || entry == list.end() ? std::wstring() : entry->substr(name.size() + 1);
 }
 
 void FakeEnvironment::set(std::wstring_view name, std::wstring_view text) {
-    auto entry = find(name);
-    if (entry == list.end())
-        entry = list.emplace(list.end());
-    *entry = std::wstring(name) + L"=" + std::wstring(text);
+    const auto entry = find(name);
+    (entry == list.end() ? list.emplace_back() : *entry) = std::wstring(name) + L"=" + std::wstring(text);
 }
 
 void FakeEnvironment::unset(std::wstring_view name) {
@@ -35,58 +32,14 @@ std::vector<std::wstring>::iterator FakeEnvironment::find(std::wstring_view name
     return std::ranges::find_if(list, [&](const auto& entry) { return upperCase(entry).starts_with(key); });
 }
 
-std::wstring FakeOwnProgram::path() {
-    return faults_.enter("OwnProgram.path") ? std::wstring() : file;
-}
-
-FileVersion FakeOwnProgram::version() {
-    return faults_.enter("OwnProgram.version") ? FileVersion() : number;
-}
-
 VersionInfo FakeMachineFacts::version() {
     VersionInfo info;
     info.servicePack.assign(128, L' ');
     if (faults_.enter("MachineFacts.version"))
         return info;
-    info.major = major;
-    info.minor = minor;
-    info.build = build;
-    info.platformId = 2;
+    info = {major, minor, build, 2, info.servicePack};
     info.servicePack.replace(0, servicePack.size() + 1, servicePack + L'\0');
     return info;
-}
-
-Answer<std::wstring> FakeMachineFacts::answer(std::string_view function, const std::wstring& text) {
-    if (const auto code = faults_.enter(function))
-        return Failure{*code};
-    return text;
-}
-
-Answer<std::wstring> FakeMachineFacts::computerName() {
-    return answer("MachineFacts.computerName", computer);
-}
-Answer<std::wstring> FakeMachineFacts::userName() {
-    return answer("MachineFacts.userName", user);
-}
-Answer<std::wstring> FakeMachineFacts::localAddress() {
-    return answer("MachineFacts.localAddress", address);
-}
-
-std::wstring FakeMachineFacts::windowsDirectory(std::uint32_t size) {
-    const bool refused = faults_.enter("MachineFacts.windowsDirectory").has_value();
-    return refused || windows.size() >= size ? std::wstring() : windows;
-}
-
-std::wstring FakeMachineFacts::systemDirectory() {
-    return faults_.enter("MachineFacts.systemDirectory") ? std::wstring() : system;
-}
-
-std::wstring FakeRegionalSettings::decimalSeparator() {
-    return faults_.enter("RegionalSettings.decimalSeparator") ? std::wstring() : decimal_;
-}
-
-std::wstring FakeRegionalSettings::thousandsSeparator() {
-    return faults_.enter("RegionalSettings.thousandsSeparator") ? std::wstring() : thousands_;
 }
 
 namespace {
@@ -121,14 +74,6 @@ std::wstring FakeCodePage::decode(std::string_view bytes) {
         text += code >= 0x80 && code < 0xA0 ? upperControls[code - 0x80u] : static_cast<wchar_t>(code);
     }
     return text;
-}
-
-std::string FakeCodePage::toAnsi(std::wstring_view text) {
-    return faults_.enter("CodePage.toAnsi") ? std::string() : encode(text);
-}
-
-std::wstring FakeCodePage::fromAnsi(std::string_view bytes) {
-    return faults_.enter("CodePage.fromAnsi") ? std::wstring() : decode(bytes);
 }
 
 } // namespace tarv

@@ -7,8 +7,6 @@
 #include "platform/RegionalSettings.h"
 #include "tests/support/FaultPlan.h"
 
-#include <optional>
-
 namespace tarv {
 
 class FakeEnvironment : public Environment {
@@ -36,8 +34,8 @@ class FakeOwnProgram : public OwnProgram {
 public:
     explicit FakeOwnProgram(FaultPlan& faults) : faults_(faults) {}
 
-    std::wstring path() override;
-    FileVersion version() override;
+    std::wstring path() override { return faults_.enter("OwnProgram.path") ? std::wstring() : file; }
+    FileVersion version() override { return faults_.enter("OwnProgram.version") ? FileVersion() : number; }
 
     std::wstring file = L"C:\\Program Files\\TARVENIK\\TarvService.exe";
     FileVersion number{1, 0, 0};
@@ -51,11 +49,16 @@ public:
     explicit FakeMachineFacts(FaultPlan& faults) : faults_(faults) {}
 
     VersionInfo version() override;
-    Answer<std::wstring> computerName() override;
-    Answer<std::wstring> userName() override;
-    std::wstring windowsDirectory(std::uint32_t size) override;
-    std::wstring systemDirectory() override;
-    Answer<std::wstring> localAddress() override;
+    Answer<std::wstring> computerName() override { return answer("MachineFacts.computerName", computer); }
+    Answer<std::wstring> userName() override { return answer("MachineFacts.userName", user); }
+    std::wstring windowsDirectory(std::uint32_t size) override {
+        return faults_.enter("MachineFacts.windowsDirectory") || windows.size() >= size ? std::wstring()
+                                                                                        : windows;
+    }
+    std::wstring systemDirectory() override {
+        return answer("MachineFacts.systemDirectory", system).valueOr({});
+    }
+    Answer<std::wstring> localAddress() override { return answer("MachineFacts.localAddress", address); }
 
     std::uint32_t major = 6;
     std::uint32_t minor = 2;
@@ -69,7 +72,10 @@ public:
     std::wstring address = L"192.168.17.23";
 
 private:
-    Answer<std::wstring> answer(std::string_view function, const std::wstring& text);
+    Answer<std::wstring> answer(std::string_view function, const std::wstring& text) {
+        const auto code = faults_.enter(function);
+        return code ? Answer<std::wstring>(Failure{*code}) : Answer<std::wstring>(text);
+    }
 
     FaultPlan& faults_;
 };
@@ -79,8 +85,12 @@ class FakeRegionalSettings : public RegionalSettings {
 public:
     explicit FakeRegionalSettings(FaultPlan& faults) : faults_(faults) {}
 
-    std::wstring decimalSeparator() override;
-    std::wstring thousandsSeparator() override;
+    std::wstring decimalSeparator() override {
+        return faults_.enter("RegionalSettings.decimalSeparator") ? std::wstring() : decimal_;
+    }
+    std::wstring thousandsSeparator() override {
+        return faults_.enter("RegionalSettings.thousandsSeparator") ? std::wstring() : thousands_;
+    }
 
     void german() { set(L",", L"."); }
     void english() { set(L".", L","); }
@@ -104,8 +114,12 @@ class FakeCodePage : public CodePage {
 public:
     explicit FakeCodePage(FaultPlan& faults) : faults_(faults) {}
 
-    std::string toAnsi(std::wstring_view text) override;
-    std::wstring fromAnsi(std::string_view bytes) override;
+    std::string toAnsi(std::wstring_view text) override {
+        return faults_.enter("CodePage.toAnsi") ? std::string() : encode(text);
+    }
+    std::wstring fromAnsi(std::string_view bytes) override {
+        return faults_.enter("CodePage.fromAnsi") ? std::wstring() : decode(bytes);
+    }
 
     static std::string encode(std::wstring_view text);
     static std::wstring decode(std::string_view bytes);

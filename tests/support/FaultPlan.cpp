@@ -1,66 +1,34 @@
 #include "tests/support/FaultPlan.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 #include <string>
 
 namespace tarv {
 namespace {
 
-using namespace std::string_view_literals;
-
-constexpr std::array names{
-    "Automation.bind"sv,
-    "Automation.create"sv,
-    "Automation.createFromLibrary"sv,
-    "Automation.errorObject"sv,
-    "AutomationObject.call"sv,
-    "AutomationObject.get"sv,
-    "AutomationObject.items"sv,
-    "AutomationObject.put"sv,
-    "CodePage.fromAnsi"sv,
-    "CodePage.toAnsi"sv,
-    "Desktop.activeForm"sv,
-    "Desktop.activeWindow"sv,
-    "Desktop.isWindow"sv,
-    "Desktop.messageBox"sv,
-    "Desktop.pumpMessages"sv,
-    "Desktop.setFocus"sv,
-    "Desktop.sleep"sv,
-    "DirectorySearch.next"sv,
-    "Environment.entries"sv,
-    "Environment.value"sv,
-    "FileStore.append"sv,
-    "FileStore.attributes"sv,
-    "FileStore.currentDirectory"sv,
-    "FileStore.length"sv,
-    "FileStore.overwrite"sv,
-    "FileStore.remove"sv,
-    "FileStore.search"sv,
-    "MachineFacts.computerName"sv,
-    "MachineFacts.localAddress"sv,
-    "MachineFacts.systemDirectory"sv,
-    "MachineFacts.userName"sv,
-    "MachineFacts.version"sv,
-    "MachineFacts.windowsDirectory"sv,
-    "OwnProgram.path"sv,
-    "OwnProgram.version"sv,
-    "Processes.close"sv,
-    "Processes.create"sv,
-    "Processes.startThroughShell"sv,
-    "Processes.waitForInputIdle"sv,
-    "Processes.waitForObject"sv,
-    "ProfileFiles.getSection"sv,
-    "ProfileFiles.getSectionNames"sv,
-    "ProfileFiles.getString"sv,
-    "ProfileFiles.writeString"sv,
-    "RegionalSettings.decimalSeparator"sv,
-    "RegionalSettings.thousandsSeparator"sv,
-    "ShellOperations.browseForFolder"sv,
-    "ShellOperations.desktopWindow"sv,
-    "ShellOperations.fileOperation"sv,
+// clang-format off
+constexpr std::string_view names[] = {
+    "Automation.bind", "Automation.create", "Automation.createFromLibrary", "Automation.errorObject",
+    "AutomationObject.call", "AutomationObject.get", "AutomationObject.items", "AutomationObject.put",
+    "CodePage.fromAnsi", "CodePage.toAnsi",
+    "Desktop.activeForm", "Desktop.activeWindow", "Desktop.isWindow", "Desktop.messageBox",
+    "Desktop.pumpMessages", "Desktop.setFocus", "Desktop.sleep",
+    "DirectorySearch.next",
+    "Environment.entries", "Environment.value",
+    "FileStore.append", "FileStore.attributes", "FileStore.currentDirectory", "FileStore.length",
+    "FileStore.overwrite", "FileStore.remove", "FileStore.search",
+    "MachineFacts.computerName", "MachineFacts.localAddress", "MachineFacts.systemDirectory",
+    "MachineFacts.userName", "MachineFacts.version", "MachineFacts.windowsDirectory",
+    "OwnProgram.path", "OwnProgram.version",
+    "Processes.close", "Processes.create", "Processes.startThroughShell", "Processes.waitForInputIdle",
+    "Processes.waitForObject",
+    "ProfileFiles.getSection", "ProfileFiles.getSectionNames", "ProfileFiles.getString",
+    "ProfileFiles.writeString",
+    "RegionalSettings.decimalSeparator", "RegionalSettings.thousandsSeparator",
+    "ShellOperations.browseForFolder", "ShellOperations.desktopWindow", "ShellOperations.fileOperation",
 };
+// clang-format on
 
 } // namespace
 
@@ -88,21 +56,17 @@ void FaultPlan::heal() {
     }
 }
 
-int FaultPlan::calls(std::string_view function) const {
-    return const_cast<FaultPlan*>(this)->plan(function).calls;
-}
-
 std::optional<SystemCode> FaultPlan::enter(std::string_view function) {
     Plan& called = plan(function);
     ++called.calls;
-    if (called.always || std::ranges::find(called.numbers, called.calls) != called.numbers.end())
+    if (called.always || std::ranges::count(called.numbers, called.calls) != 0)
         return called.code;
     return std::nullopt;
 }
 
 FaultPlan::Plan& FaultPlan::plan(std::string_view function) {
     const auto* known = std::ranges::find(names, function);
-    if (known == names.end())
+    if (known == std::end(names))
         throw std::invalid_argument("no such border function: " + std::string(function));
     return plans_[*known];
 }

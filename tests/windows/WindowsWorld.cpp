@@ -1,0 +1,83 @@
+#include "platform/windows/WindowsPlatform.h"
+#include "tests/support/ContractWorld.h"
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <objbase.h>
+#include <windows.h>
+
+namespace tarv {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WindowsWorld : public ContractWorld {
+public:
+    WindowsWorld() {
+        static std::atomic<int> worlds = 0;
+        folder_ = fs::temp_directory_path() /
+                  (L"tarv" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++worlds));
+        fs::create_directories(folder_);
+    }
+    ~WindowsWorld() override {
+        for (const auto& entry : fs::recursive_directory_iterator(folder_))
+            SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+        fs::remove_all(folder_);
+        if (!decimal_.empty())
+            setSeparators(decimal_, thousands_);
+    }
+
+    Platform& border() override { return platform_.border(); }
+    std::wstring folder() override { return folder_.wstring() + L"\\"; }
+    void putFile(const std::wstring& path, std::string_view bytes) override {
+        std::ofstream(fs::path(path), std::ios::binary) << bytes;
+    }
+    void putFolder(const std::wstring& path) override { fs::create_directory(path); }
+    void setAttributes(const std::wstring& path, std::uint32_t attributes) override {
+        SetFileAttributesW(path.c_str(), attributes);
+    }
+    std::optional<std::string> bytes(const std::wstring& path) override {
+        std::ifstream file(fs::path(path), std::ios::binary);
+        if (!file)
+            return std::nullopt;
+        return std::string(std::istreambuf_iterator(file), {});
+    }
+    void setVariable(const std::wstring& name, const std::wstring& text) override {
+        SetEnvironmentVariableW(name.c_str(), text.c_str());
+    }
+    void setSeparators(const std::wstring& decimal, const std::wstring& thousands) override {
+        if (decimal_.empty()) {
+            decimal_ = border().regional.decimalSeparator();
+            thousands_ = border().regional.thousandsSeparator();
+        }
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, decimal.c_str());
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, thousands.c_str());
+    }
+    ProcessRequest sleeper() override {
+        wchar_t own[MAX_PATH];
+        GetModuleFileNameW(nullptr, own, MAX_PATH);
+        return {own, L"sleeper", false, CREATE_SUSPENDED, {}};
+    }
+    void endSleeper(KernelHandle process) override { TerminateProcess(reinterpret_cast<HANDLE>(process), 0); }
+    std::wstring missingProgram() override { return folder() + L"none.exe"; }
+
+private:
+    struct Com {
+        Com() { (void)CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+        ~Com() { CoUninitialize(); }
+    } com_;
+    WindowsPlatform platform_;
+    fs::path folder_;
+    std::wstring decimal_;
+    std::wstring thousands_;
+};
+
+} // namespace
+
+std::unique_ptr<ContractWorld> ContractWorld::make() {
+    return std::make_unique<WindowsWorld>();
+}
+
+} // namespace tarv
