@@ -5,8 +5,10 @@
 namespace tarv {
 namespace {
 
-constexpr std::int32_t unknownMember = 438;
-constexpr std::int32_t cannotCreate = 429;
+/// DISP_E_UNKNOWNNAME and DISP_E_MEMBERNOTFOUND.
+constexpr SystemCode unknownName = 0x80020006;
+constexpr SystemCode unknownNumber = 0x80020003;
+constexpr SystemCode cannotCreate = 429;
 
 std::wstring spelled(const Member& member) {
     if (const auto* name = std::get_if<std::wstring_view>(&member))
@@ -20,6 +22,10 @@ std::wstring keyOf(const Member& member) {
 
 Failure<ErrorRecord> failure(SystemCode number) {
     return Failure{ErrorRecord{static_cast<std::int32_t>(number), L"", L""}};
+}
+
+Failure<ErrorRecord> notScripted(const Member& member) {
+    return failure(std::holds_alternative<std::int32_t>(member) ? unknownNumber : unknownName);
 }
 
 std::int32_t wholeNumber(const Value& value) {
@@ -77,7 +83,7 @@ Automated<Value> FakeObject::invoke(std::string_view function, std::wstring_view
         return failure(*code);
     const auto reader = readers_.find(keyOf(member));
     if (reader == readers_.end())
-        return failure(unknownMember);
+        return notScripted(member);
     return reader->second(arguments);
 }
 
@@ -87,7 +93,7 @@ Automated<Empty> FakeObject::put(const Member& member, const Value& value) {
         return failure(*code);
     const auto writer = writers_.find(keyOf(member));
     if (writer == writers_.end())
-        return failure(unknownMember);
+        return notScripted(member);
     return writer->second(value);
 }
 

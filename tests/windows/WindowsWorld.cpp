@@ -1,3 +1,4 @@
+#include "platform/RegionalSettings.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 
