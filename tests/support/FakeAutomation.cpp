@@ -5,9 +5,7 @@
 namespace tarv {
 namespace {
 
-/// DISP_E_UNKNOWNNAME and DISP_E_MEMBERNOTFOUND.
-constexpr SystemCode unknownName = 0x80020006;
-constexpr SystemCode unknownNumber = 0x80020003;
+constexpr SystemCode unknownMember = 438;
 constexpr SystemCode cannotCreate = 429;
 
 std::wstring spelled(const Member& member) {
@@ -22,10 +20,6 @@ std::wstring keyOf(const Member& member) {
 
 Failure<ErrorRecord> failure(SystemCode number) {
     return Failure{ErrorRecord{static_cast<std::int32_t>(number), L"", L""}};
-}
-
-Failure<ErrorRecord> notScripted(const Member& member) {
-    return failure(std::holds_alternative<std::int32_t>(member) ? unknownNumber : unknownName);
 }
 
 std::int32_t wholeNumber(const Value& value) {
@@ -83,7 +77,7 @@ Automated<Value> FakeObject::invoke(std::string_view function, std::wstring_view
         return failure(*code);
     const auto reader = readers_.find(keyOf(member));
     if (reader == readers_.end())
-        return notScripted(member);
+        return failure(unknownMember);
     return reader->second(arguments);
 }
 
@@ -93,7 +87,7 @@ Automated<Empty> FakeObject::put(const Member& member, const Value& value) {
         return failure(*code);
     const auto writer = writers_.find(keyOf(member));
     if (writer == writers_.end())
-        return notScripted(member);
+        return failure(unknownMember);
     return writer->second(value);
 }
 

@@ -19,8 +19,8 @@ struct Invocation {
 
 class FakeAutomation;
 
-/// A late-bound object with scripted members. A member that is not scripted fails as the system does for a
-/// member that a component does not have. Names are looked up without regard to case.
+/// A late-bound object with scripted members. A member that is not scripted fails with number 438, as for a
+/// component that does not have it. Names are looked up without regard to case.
 class FakeObject : public AutomationObject {
 public:
     using Routine = std::function<Automated<Value>(std::span<const Value>)>;
