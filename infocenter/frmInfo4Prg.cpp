@@ -16,6 +16,7 @@ namespace {
 constexpr ui::Twips margin = 150;
 constexpr ui::TwipsSize button{1350, 390};
 constexpr int reportPoints = 10;
+constexpr ui::Twips reportInset = 90;
 
 enum Tab {
     tabInfo,
@@ -78,6 +79,7 @@ void frmInfo4Prg::load() {
         return;
     }
     SetWindowTextW(control(ID_txtInfo), report.c_str());
+    ui::fitReportBox(control(ID_txtInfo), pixels(reportInset));
     IniTree tree = ReadIniTree(rt_);
     if (!alive()) {
         return;
@@ -95,14 +97,15 @@ HWND frmInfo4Prg::page() const {
 }
 
 void frmInfo4Prg::showTab(int index) {
-    const HWND former = page();
-    const bool focusInside = GetFocus() == former;
     TabCtrl_SetCurSel(control(ID_SSTab1), index);
+    ShowWindow(page(), SW_SHOW);
     for (const int id : pages) {
-        ShowWindow(control(id), control(id) == page() ? SW_SHOW : SW_HIDE);
-    }
-    if (focusInside) {
-        SetFocus(page());
+        if (control(id) != page()) {
+            if (GetFocus() == control(id)) {
+                SetFocus(page());
+            }
+            ShowWindow(control(id), SW_HIDE);
+        }
     }
 }
 
@@ -143,15 +146,17 @@ void frmInfo4Prg::layout() {
     for (const int id : pages) {
         place(id, tabs);
     }
+    ui::fitReportBox(control(ID_txtInfo), pixels(reportInset));
     place(ID_cmdEnd,
           {client.right - gap - pixels(button.width), buttonTop, client.right - gap, client.bottom - gap});
 }
 
 void frmInfo4Prg::applyDpi() {
     const HWND report = control(ID_txtInfo);
-    reportFont_ = ui::makeFont(L"Courier New", reportPoints, dpi());
+    reportFont_ = ui::makeFont(L"Courier New", reportPoints, dpi(), FIXED_PITCH | FF_MODERN);
     SendMessageW(report, WM_SETFONT, reinterpret_cast<WPARAM>(reportFont_.get()), TRUE);
-    SendMessageW(report, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(pixels(90), pixels(90)));
+
+    SendMessageW(control(ID_SSTab1), TCM_SETPADDING, 0, MAKELPARAM(pixels(150), pixels(60)));
 
     const int size = ui::systemMetric(SM_CXSMICON, dpi());
     ui::ImageList fresh(ImageList_Create(size, size, ILC_COLOR32, 2, 0));

@@ -66,7 +66,7 @@ void frmLokaleIP::layout() {
 }
 
 void frmLokaleIP::applyDpi() {
-    addressFont_ = ui::makeFont(L"MS Sans Serif", addressPoints, dpi());
+    addressFont_ = ui::makeFont(L"MS Sans Serif", addressPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
     SendMessageW(control(ID_Label1), WM_SETFONT, reinterpret_cast<WPARAM>(addressFont_.get()), TRUE);
 }
 

@@ -103,7 +103,7 @@ void frmMain::layout() {
 }
 
 void frmMain::applyDpi() {
-    versionFont_ = ui::makeFont(L"Arial", versionPoints, dpi());
+    versionFont_ = ui::makeFont(L"Arial", versionPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
     SendMessageW(control(ID_lblVersion), WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/ReportBox.h"
 
 #include "ui/Clipboard.h"
+#include "ui/Handle.h"
 
 #include <commctrl.h>
 
@@ -12,12 +13,17 @@ namespace {
 constexpr WPARAM controlA = 1;
 constexpr WPARAM controlC = 3;
 
+std::wstring textOf(HWND edit) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)), L'\0');
+    GetWindowTextW(edit, text.data(), static_cast<int>(text.size() + 1));
+    return text;
+}
+
 void copy(HWND edit) {
     DWORD begin = 0;
     DWORD end = 0;
     SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)), L'\0');
-    GetWindowTextW(edit, text.data(), static_cast<int>(text.size() + 1));
+    const std::wstring text = textOf(edit);
     copyToClipboard(edit, begin == end ? text : text.substr(begin, end - begin));
 }
 
@@ -45,6 +51,24 @@ LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam
 }
 
 } // namespace
+
+void fitReportBox(HWND edit, int inset) {
+    RECT text{};
+    const HDC dc = GetDC(edit);
+    {
+        const Selected font(dc, reinterpret_cast<HFONT>(SendMessageW(edit, WM_GETFONT, 0, 0)));
+        DrawTextW(dc, textOf(edit).c_str(), -1, &text, DT_CALCRECT | DT_NOPREFIX | DT_EXPANDTABS);
+    }
+    ReleaseDC(edit, dc);
+    RECT shown{};
+    GetClientRect(edit, &shown);
+    ShowScrollBar(edit, SB_HORZ, text.right > shown.right - 2 * inset);
+    GetClientRect(edit, &shown);
+    ShowScrollBar(edit, SB_VERT, text.bottom > shown.bottom - 2 * inset);
+    GetClientRect(edit, &shown);
+    InflateRect(&shown, -inset, -inset);
+    SendMessageW(edit, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&shown));
+}
 
 void makeReportBox(HWND edit) {
     SetWindowSubclass(edit, procedure, 0, 0);

@@ -8,4 +8,8 @@ namespace tarv::ui {
 /// selection copies all, and Tab, Enter and Esc belong to the window.
 void makeReportBox(HWND edit);
 
+/// Leaves `inset` pixels around the text, and shows each scroll bar only where the text does not fit. To be
+/// called after every change of text, font or size.
+void fitReportBox(HWND edit, int inset);
+
 } // namespace tarv::ui

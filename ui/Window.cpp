@@ -31,10 +31,10 @@ SIZE sizeOf(const RECT& rect) {
 
 } // namespace
 
-Font makeFont(const wchar_t* face, int points, int dpi, int weight) {
-    return Font(CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                            OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
-                            DEFAULT_PITCH | FF_DONTCARE, face));
+Font makeFont(const wchar_t* face, int points, int dpi, DWORD family) {
+    return Font(CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+                            DEFAULT_CHARSET, OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                            family, face));
 }
 
 Window::~Window() {

@@ -105,7 +105,8 @@ private:
     HWND lastFocus_ = nullptr;
 };
 
-/// Font of a given face and size in points for a DPI.
-Font makeFont(const wchar_t* face, int points, int dpi, int weight = FW_NORMAL);
+/// Font of a given face and size in points for a DPI. `family` (FIXED_PITCH | FF_MODERN ...) decides what
+/// stands in for a face that the system lacks.
+Font makeFont(const wchar_t* face, int points, int dpi, DWORD family);
 
 } // namespace tarv::ui

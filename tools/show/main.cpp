@@ -70,6 +70,7 @@ int wmain(int count, wchar_t** arguments) {
             print(L"    " + entry + L"\n");
         }
     }
+    SendMessageW(tree, TVM_ENSUREVISIBLE, 0, SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
     if (!ProgramDriver::savePicture(infoCentre, folder + L"frmInfo4Prg-INI-Datei.bmp")) {
         return fail(L"the picture of the tree cannot be written");
     }

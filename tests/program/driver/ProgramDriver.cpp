@@ -128,6 +128,7 @@ HWND ProgramDriver::window(const wchar_t* windowClass, DWORD milliseconds) {
             return found || ended(0);
         },
         milliseconds);
+    WaitForInputIdle(process_.hProcess, answerTime); // the first window is painted by then
     return found;
 }
 

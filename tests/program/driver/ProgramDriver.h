@@ -48,7 +48,7 @@ public:
     std::vector<TreeNode> tree(HWND treeView);
     std::wstring nodeText(HWND treeView, HTREEITEM item);
 
-    /// Waits until the window's place on the screen no longer changes, and saves it as a bitmap file.
+    /// Waits until the window's picture on the screen no longer changes, and saves it as a bitmap file.
     static bool savePicture(HWND window, const std::wstring& file);
 
 private:

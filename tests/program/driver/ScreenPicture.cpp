@@ -1,13 +1,14 @@
 #include "tests/program/driver/ProgramDriver.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace tarv::program {
 namespace {
 
 struct Shot {
     BITMAPINFOHEADER header{};
-    std::vector<std::uint32_t> pixels;
+    std::vector<std::uint8_t> pixels;
 };
 
 Shot shootScreen(HWND window) {
@@ -16,8 +17,10 @@ Shot shootScreen(HWND window) {
     const int width = rect.right - rect.left;
     const int height = rect.bottom - rect.top;
     Shot shot;
-    shot.header = {sizeof shot.header, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    shot.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    // Without an alpha channel: readers of pictures would believe what the screen has in it.
+    shot.header = {sizeof shot.header, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    const std::size_t row = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
+    shot.pixels.resize(row * static_cast<std::size_t>(height));
 
     const HDC screen = GetDC(nullptr);
     const HDC memory = CreateCompatibleDC(screen);
@@ -34,7 +37,7 @@ Shot shootScreen(HWND window) {
 }
 
 bool write(const Shot& shot, const std::wstring& file) {
-    const auto pixelBytes = static_cast<DWORD>(shot.pixels.size() * sizeof(std::uint32_t));
+    const auto pixelBytes = static_cast<DWORD>(shot.pixels.size());
     constexpr WORD signature = 0x4D42; // "BM"
     const DWORD start = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
     const BITMAPFILEHEADER header{signature, start + pixelBytes, 0, 0, start};
@@ -54,12 +57,14 @@ bool write(const Shot& shot, const std::wstring& file) {
 
 bool ProgramDriver::savePicture(HWND window, const std::wstring& file) {
     Shot shot = shootScreen(window);
+    int unchanged = 0;
     waitUntil(
         [&] {
             Sleep(100);
             Shot later = shootScreen(window);
-            std::swap(shot, later);
-            return shot.pixels == later.pixels;
+            unchanged = shot.pixels == later.pixels ? unchanged + 1 : 0;
+            shot = std::move(later);
+            return unchanged == 3;
         },
         5000);
     return write(shot, file);
