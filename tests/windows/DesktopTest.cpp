@@ -1,10 +1,9 @@
 #include "platform/Desktop.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WindowsPlatform.h"
+#include "tests/windows/DialogAnswer.h"
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <thread>
 
 #include <windows.h>
 
@@ -98,34 +97,18 @@ TEST_F(DesktopTest, MessagesThatPostMessagesDoNotKeepThePump) {
     EXPECT_EQ(arrived, 1) << "what waited at the start is handled";
 }
 
-TEST_F(DesktopTest, ActiveFormIsTheProgramsOwnWindow) {
-    EXPECT_EQ(desktop.activeWindow(), desktop.activeForm());
-    EXPECT_EQ(desktop.activeForm(), static_cast<WindowHandle>(reinterpret_cast<std::uintptr_t>(window)));
-}
-
-/// Answers the box from outside, as a user would, and looks whom it belongs to.
-TEST_F(DesktopTest, MessageBoxBelongsToTheWindowAndGivesTheButton) {
-    const std::wstring title = L"Frage \u0436";
-    HWND owner = nullptr;
-    std::wstring shown;
-    std::thread user([&] {
-        HWND box = nullptr;
-        for (int tries = 0; tries < 500 && box == nullptr; ++tries) {
-            Sleep(10);
-            box = FindWindowW(L"#32770", title.c_str());
-        }
-        owner = GetWindow(box, GW_OWNER);
-        wchar_t buffer[100] = L"";
-        GetDlgItemTextW(box, 0xFFFF, buffer, 100);
-        shown = buffer;
-        PostMessageW(box, WM_COMMAND, IDNO, 0);
-    });
-    const std::int32_t answer = desktop.messageBox(
-        L"Text \u0436", title, message_box::yesNo | message_box::question | message_box::systemModal);
+TEST_F(DesktopTest, MessageBoxBelongsToTheActiveFormAndGivesTheButton) {
+    EXPECT_EQ(desktop.activeWindow(), toBorder(window));
+    EXPECT_EQ(desktop.activeForm(), toBorder(window));
+    DialogAnswer user(IDNO);
+    const std::int32_t answer =
+        desktop.messageBox(L"Text \u0436", L"Frage \u0436",
+                           message_box::yesNo | message_box::question | message_box::systemModal);
     user.join();
     EXPECT_EQ(answer, message_box::answerNo);
-    EXPECT_EQ(owner, window);
-    EXPECT_EQ(shown, L"Text \u0436");
+    EXPECT_EQ(user.owner, window);
+    EXPECT_TRUE(user.showed(L"Frage \u0436"));
+    EXPECT_TRUE(user.showed(L"Text \u0436"));
 }
 
 } // namespace

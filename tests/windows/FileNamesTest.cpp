@@ -55,21 +55,6 @@ TEST(LongFileNameTest, OnlyLongPathsGetThePrefix) {
     }
 }
 
-TEST_F(FileNamesTest, PathsMayBeLongerThanTheClassicLimit) {
-    const std::wstring outer = folder + L"\\" + std::wstring(200, L'x');
-    const std::wstring inner = outer + L"\\" + std::wstring(200, L'y');
-    ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + outer).c_str(), nullptr));
-    ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + inner).c_str(), nullptr));
-    const std::wstring file = inner + L"\\./file.txt";
-    EXPECT_EQ(files.append(file, "one"), 0u);
-    EXPECT_EQ(files.length(file).valueOr(0), 3);
-    EXPECT_EQ(files.search(inner + L"\\*.txt")->next().valueOr({}).name, L"file.txt");
-    EXPECT_EQ(files.attributes(inner).valueOr(0) & attribute::directory, attribute::directory);
-    EXPECT_EQ(files.remove(file), 0u);
-    EXPECT_TRUE(RemoveDirectoryW((L"\\\\?\\" + inner).c_str()));
-    EXPECT_TRUE(RemoveDirectoryW((L"\\\\?\\" + outer).c_str()));
-}
-
 TEST_F(FileNamesTest, AppendersDoNotOverwriteEachOther) {
     const std::wstring file = folder + L"\\trace.txt";
     const HANDLE other = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
