@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace tarv {
 
+struct Base64Tables;
 struct Platform;
 
 /// What the debug trace remembers within a process.
@@ -53,6 +55,9 @@ struct Runtime {
     /// Process that WaitForProcessEnd is waiting for; 0 when none.
     std::uint32_t runningChildId = 0;
     ExternalProgramMarker externalProgram;
+
+    /// Built by the first conversion.
+    std::shared_ptr<const Base64Tables> base64;
 };
 
 } // namespace tarv

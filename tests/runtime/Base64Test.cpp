@@ -1,0 +1,139 @@
+#include "runtime/modBase64.h"
+
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+#include "tests/support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarv {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes bytesOf(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+Bytes randomBytes(std::size_t size, unsigned seed) {
+    std::mt19937 generator(seed);
+    Bytes bytes(size);
+    for (auto& byte : bytes)
+        byte = static_cast<std::uint8_t>(generator());
+    return bytes;
+}
+
+/// Decoding as it is documented, bit by bit.
+Bytes slowlyDecoded(Bytes digits) {
+    for (int i = 0; i < 2 && !digits.empty() && digits.back() == '='; ++i)
+        digits.pop_back();
+    const auto last = static_cast<std::int64_t>(digits.size()) - 1;
+    Bytes bytes(static_cast<std::size_t>(last * 3 / 4 + 1));
+    for (std::size_t bit = 0; bit < digits.size() * 6 && bit / 8 < bytes.size(); ++bit) {
+        const auto digit = base64Alphabet.find(static_cast<char>(digits[bit / 6]));
+        const bool isSet = digit != base64Alphabet.npos && (digit >> (5 - bit % 6) & 1) != 0;
+        // The bits of a byte that the last digits do not fill are left out.
+        if (isSet && (bit / 8 + 1) * 8 <= digits.size() * 6)
+            bytes[bit / 8] |= static_cast<std::uint8_t>(0x80 >> bit % 8);
+    }
+    return bytes;
+}
+
+class Base64 : public testing::Test {
+protected:
+    ByteArray encoded(ByteArray in, ByteArray out = {}) {
+        Base64EncodeBytes(rt, in, out);
+        return out;
+    }
+    ByteArray decoded(ByteArray in, ByteArray out = {}) {
+        Base64DecodeBytes(rt, in, out);
+        return out;
+    }
+
+    FakePlatform fake;
+    Runtime rt{fake.border};
+};
+
+TEST_F(Base64, StandardVectors) {
+    const std::pair<const char*, const char*> vectors[]{{"f", "Zg=="},
+                                                        {"fo", "Zm8="},
+                                                        {"foo", "Zm9v"},
+                                                        {"foob", "Zm9vYg=="},
+                                                        {"fooba", "Zm9vYmE="},
+                                                        {"foobar", "Zm9vYmFy"},
+                                                        {"\xFB\xEF\xBE\xFF", "++++/w=="}};
+    for (const auto& [plain, digits] : vectors) {
+        EXPECT_EQ(encoded({0, bytesOf(plain)}).bytes, bytesOf(digits));
+        EXPECT_EQ(decoded({0, bytesOf(digits)}).bytes, bytesOf(plain));
+    }
+}
+
+TEST_F(Base64, ArraysKeepTheirLowerBound) {
+    for (const std::int32_t lowerBound : {1, -7, std::numeric_limits<std::int32_t>::min()}) {
+        const ByteArray digits = encoded({lowerBound, bytesOf("Man")}, {5, {1, 2}});
+        EXPECT_EQ(digits, (ByteArray{lowerBound, bytesOf("TWFu")}));
+        EXPECT_EQ(decoded(digits), (ByteArray{lowerBound, bytesOf("Man")}));
+    }
+    const ByteArray untouched{3, {1, 2, 3}};
+    EXPECT_EQ(encoded({1, {}}, untouched), untouched);
+    EXPECT_EQ(decoded({1, {}}, untouched), untouched);
+
+    ByteArray same{1, bytesOf("Man")};
+    Base64EncodeBytes(rt, same, same);
+    EXPECT_EQ(same.bytes, bytesOf("TWFu"));
+
+    const auto highest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(encoded({highest - 3, bytesOf("abc")}).bytes.size(), 4u);
+    EXPECT_THROW(encoded({highest - 2, bytesOf("abc")}), RuntimeError);
+    EXPECT_THROW(decoded({highest, bytesOf("TQ==")}), RuntimeError);
+}
+
+TEST_F(Base64, NothingIsCheckedAndNothingSkipped) {
+    const std::pair<const char*, Bytes> cases[]{{"=", {0}},
+                                                {"==", {0}},
+                                                {"====", {0}},
+                                                {"A", {0}},
+                                                {"/", {0}},
+                                                {"TWFuT", {'M', 'a', 'n', 0}},
+                                                {"TW\r\n", {'M', 0x60, 0}},
+                                                {"TW Fu", {'M', 0x60, 5, 0}},
+                                                {"T=Q=", {0x4C, 4}},
+                                                {"-_-_", {0, 0, 0}}};
+    for (const auto& [digits, expected] : cases)
+        EXPECT_EQ(decoded({0, bytesOf(digits)}).bytes, expected) << digits;
+
+    for (unsigned size = 1; size < 300; ++size) {
+        Bytes digits = randomBytes(size, size);
+        EXPECT_EQ(decoded({0, digits}).bytes, slowlyDecoded(digits)) << "seed and size " << size;
+    }
+}
+
+TEST_F(Base64, RoundTrips) {
+    for (unsigned size = 1; size <= 1000; ++size) {
+        const ByteArray bytes{0, randomBytes(size, size)};
+        const ByteArray digits = encoded(bytes);
+        EXPECT_EQ(digits.bytes.size(), (size + 2) / 3 * 4);
+        EXPECT_EQ(slowlyDecoded(digits.bytes), bytes.bytes) << size;
+        EXPECT_EQ(decoded(digits), bytes) << size;
+    }
+    const ByteArray large{0, Bytes(64u << 20, 0xA7)};
+    EXPECT_TRUE(decoded(encoded(large)) == large);
+}
+
+TEST_F(Base64, TablesFollowTheCodePage) {
+    BuildBase64Tables(rt);
+    EXPECT_EQ(rt.base64->encode16[62], '+');
+    EXPECT_EQ(rt.base64->decode16['9'], 61);
+    EXPECT_EQ(rt.base64->characterOfByte[0x80], 0x20AC);
+    EXPECT_EQ(rt.base64->byteOfCharacter[0x20AC], 0x80);
+    EXPECT_EQ(rt.base64->byteOfCharacter[0xE4], 0xE4);
+    fake.faults.fail("CodePage.fromAnsi", 1);
+    BuildBase64Tables(rt);
+    EXPECT_EQ(rt.base64->characterOfByte['A'], 0);
+    EXPECT_EQ(rt.base64->encode[0], 'A');
+}
+
+} // namespace
+} // namespace tarv
