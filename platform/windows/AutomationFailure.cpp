@@ -11,8 +11,12 @@ namespace {
 constexpr struct {
     HRESULT code;
     std::int32_t number;
-} numbers[] = {{DISP_E_OVERFLOW, 6},         {DISP_E_TYPEMISMATCH, 13},      {DISP_E_UNKNOWNNAME, 438},
-               {DISP_E_MEMBERNOTFOUND, 438}, {DISP_E_PARAMNOTOPTIONAL, 449}, {DISP_E_BADPARAMCOUNT, 450}};
+} numbers[] = {{DISP_E_OVERFLOW, 6},
+               {DISP_E_TYPEMISMATCH, 13},
+               {DISP_E_UNKNOWNNAME, noSuchMember},
+               {DISP_E_MEMBERNOTFOUND, noSuchMember},
+               {DISP_E_PARAMNOTOPTIONAL, 449},
+               {DISP_E_BADPARAMCOUNT, 450}};
 
 constexpr std::int32_t creationFailed = 429;
 

@@ -10,8 +10,11 @@
 
 namespace tarv {
 
-/// The error record for a failed call: the number that the suite's language has for it (438 for a member that
-/// the object does not have, the low word of a code of the "control" facility), else the whole code;
+/// Number of a call to a member that the object does not have.
+inline constexpr std::int32_t noSuchMember = 438;
+
+/// The error record for a failed call: the number that the suite's language has for it (noSuchMember
+/// among them, the low word of a code of the "control" facility), else the whole code;
 /// described by the system.
 ErrorRecord failureOf(HRESULT code);
 

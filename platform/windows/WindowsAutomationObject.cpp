@@ -146,8 +146,9 @@ Automated<Empty> WindowsAutomationObject::put(const Member& member, const Value&
         return Empty{};
     };
     if (std::holds_alternative<ObjectRef>(value) || std::holds_alternative<ObjectByRef>(value)) {
-        // An object is set by reference where the component has such a setter.
-        if (auto done = assign(DISPATCH_PROPERTYPUTREF); done) {
+        // An object is set by reference where the component has such a setter. A setter that ran and failed
+        // is not asked a second time.
+        if (auto done = assign(DISPATCH_PROPERTYPUTREF); done || done.error().number != noSuchMember) {
             return done;
         }
     }

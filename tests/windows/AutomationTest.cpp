@@ -85,6 +85,8 @@ TEST_F(AutomationTest, ValuesCrossBothWays) {
     // An object as an argument: the node moves to the end.
     ASSERT_TRUE(element->call(L"appendChild", {node}));
     EXPECT_EQ(text(object(element->get(L"lastChild"))->get(L"text")), L"\u0436 \u00e4");
+    EXPECT_TRUE(document->put(L"documentElement", node)) << "an object is set by reference";
+    EXPECT_EQ(text(object(document->get(L"documentElement"))->get(L"text")), L"\u0436 \u00e4");
 }
 
 TEST_F(AutomationTest, FailuresCarryWhatTheComponentSays) {
