@@ -57,7 +57,7 @@ TEST_F(ProfileFilesContract, ReadsEntries) {
         {"a missing group", "[A]\r\nx=1\r\n", L"B", L"x", L"missing"},
         {"empty lines", "\r\n[A]\r\n\r\n  \r\nx=1\r\n", L"A", L"x", L"1"},
         {"line feeds and no end", "[A]\nx=1\ny=2", L"A", L"y", L"2"},
-        // Windows also finds a group "GRÜSSE" under "grüße"'s other case; Wine folds A to Z only.
+        // Named as in the file: Windows folds umlauts too, Wine A to Z only.
         {"8-bit text is the code page's", "[Gr\xFC\xDF]\r\n\xC4=\x80 \xE4\r\n", L"Grüß", L"Ä", L"€ ä"},
         {"UTF-16 with its mark", wideHeader + "x\0=\0\xE4\0\x36\x04\r\0\n\0"s, L"A", L"x", L"ä?"},
         {"a name outside the code page", "[A]\r\n?=1\r\n", L"A", L"ж", L"1"},

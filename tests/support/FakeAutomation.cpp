@@ -42,11 +42,6 @@ FakeObject& FakeObject::runs(const Member& member, Routine routine) {
     return *this;
 }
 
-FakeObject& FakeObject::refuses(const Member& member, ErrorRecord error) {
-    writers_[keyOf(member)] = [error](const Value&) { return Automated<Empty>(Failure{error}); };
-    return runs(member, [error](std::span<const Value>) { return Failure{error}; });
-}
-
 FakeObject& FakeObject::property(const Member& member, Value value) {
     const auto cell = std::make_shared<Value>(std::move(value));
     writes(member, [cell](const Value& put) { *cell = put; });
@@ -54,10 +49,7 @@ FakeObject& FakeObject::property(const Member& member, Value value) {
 }
 
 FakeObject& FakeObject::writes(const Member& member, std::function<void(const Value&)> assign) {
-    writers_[keyOf(member)] = [assign = std::move(assign)](const Value& value) {
-        assign(value);
-        return Automated<Empty>(Empty{});
-    };
+    writers_[keyOf(member)] = std::move(assign);
     return *this;
 }
 
@@ -88,7 +80,8 @@ Automated<Empty> FakeObject::put(const Member& member, const Value& value) {
     const auto writer = writers_.find(keyOf(member));
     if (writer == writers_.end())
         return failure(unknownMember);
-    return writer->second(value);
+    writer->second(value);
+    return Empty{};
 }
 
 Automated<std::vector<ObjectRef>> FakeObject::items() {

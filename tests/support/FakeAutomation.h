@@ -31,7 +31,6 @@ public:
     /// A method or a readable property.
     FakeObject& answers(const Member& member, Value result);
     FakeObject& runs(const Member& member, Routine routine);
-    FakeObject& refuses(const Member& member, ErrorRecord error);
     /// A property that keeps what is put into it.
     FakeObject& property(const Member& member, Value value = {});
     /// A property whose writes go to `assign`.
@@ -53,7 +52,7 @@ private:
     FakeAutomation& automation_;
     std::wstring name_;
     std::map<std::wstring, Routine> readers_;
-    std::map<std::wstring, std::function<Automated<Empty>(const Value&)>> writers_;
+    std::map<std::wstring, std::function<void(const Value&)>> writers_;
 };
 
 /// Creates only what a test registered; everything else fails with number 429.

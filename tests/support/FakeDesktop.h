@@ -52,17 +52,13 @@ public:
             onSleep(milliseconds);
     }
 
-    WindowHandle activeWindow() override {
-        return faults_.enter("Desktop.activeWindow") ? WindowHandle::none : active;
-    }
+    WindowHandle activeWindow() override { return faults_.value("Desktop.activeWindow", active); }
 
-    WindowHandle activeForm() override {
-        return faults_.enter("Desktop.activeForm") ? WindowHandle::none : form;
-    }
+    WindowHandle activeForm() override { return faults_.value("Desktop.activeForm", form); }
 
     bool isWindow(WindowHandle window) override {
-        const bool refused = faults_.enter("Desktop.isWindow").has_value() || window == WindowHandle::none;
-        return !refused && (window == active || window == form || windows.contains(window));
+        const bool living = window == active || window == form || windows.contains(window);
+        return faults_.value("Desktop.isWindow", living && window != WindowHandle::none);
     }
 
     void setFocus(WindowHandle window) override {

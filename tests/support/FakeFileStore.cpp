@@ -120,7 +120,7 @@ SystemCode FakeFileStore::remove(std::wstring_view path) {
 }
 
 std::wstring FakeFileStore::currentDirectory() {
-    return faults_.enter("FileStore.currentDirectory") ? std::wstring() : disk_.currentDirectory;
+    return faults_.value("FileStore.currentDirectory", disk_.currentDirectory);
 }
 
 } // namespace tarv

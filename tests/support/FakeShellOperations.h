@@ -38,9 +38,7 @@ public:
         return *chosenFolder;
     }
 
-    WindowHandle desktopWindow() override {
-        return faults_.enter("ShellOperations.desktopWindow") ? WindowHandle::none : desktop;
-    }
+    WindowHandle desktopWindow() override { return faults_.value("ShellOperations.desktopWindow", desktop); }
 
     static constexpr SystemCode cancelled = 1223;
 

@@ -6,14 +6,10 @@
 
 namespace tarv {
 
-std::vector<std::wstring> FakeEnvironment::entries() {
-    return faults_.enter("Environment.entries") ? std::vector<std::wstring>() : list;
-}
-
 std::wstring FakeEnvironment::value(std::wstring_view name) {
-    const bool refused = faults_.enter("Environment.value").has_value();
     const auto entry = find(name);
-    return refused || entry == list.end() ? std::wstring() : entry->substr(name.size() + 1);
+    return faults_.value("Environment.value",
+                         entry == list.end() ? std::wstring() : entry->substr(name.size() + 1));
 }
 
 void FakeEnvironment::set(std::wstring_view name, std::wstring_view text) {

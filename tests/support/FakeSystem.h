@@ -13,7 +13,7 @@ class FakeEnvironment : public Environment {
 public:
     explicit FakeEnvironment(FaultPlan& faults) : faults_(faults) {}
 
-    std::vector<std::wstring> entries() override;
+    std::vector<std::wstring> entries() override { return faults_.value("Environment.entries", list); }
     std::wstring value(std::wstring_view name) override;
 
     /// Replaces the entry in its place or adds it at the end.
@@ -34,8 +34,8 @@ class FakeOwnProgram : public OwnProgram {
 public:
     explicit FakeOwnProgram(FaultPlan& faults) : faults_(faults) {}
 
-    std::wstring path() override { return faults_.enter("OwnProgram.path") ? std::wstring() : file; }
-    FileVersion version() override { return faults_.enter("OwnProgram.version") ? FileVersion() : number; }
+    std::wstring path() override { return faults_.value("OwnProgram.path", file); }
+    FileVersion version() override { return faults_.value("OwnProgram.version", number); }
 
     std::wstring file = L"C:\\Program Files\\TARVENIK\\TarvService.exe";
     FileVersion number{1, 0, 0};
@@ -55,9 +55,7 @@ public:
         return faults_.enter("MachineFacts.windowsDirectory") || windows.size() >= size ? std::wstring()
                                                                                         : windows;
     }
-    std::wstring systemDirectory() override {
-        return answer("MachineFacts.systemDirectory", system).valueOr({});
-    }
+    std::wstring systemDirectory() override { return faults_.value("MachineFacts.systemDirectory", system); }
     Answer<std::wstring> localAddress() override { return answer("MachineFacts.localAddress", address); }
 
     std::uint32_t major = 6;
@@ -86,17 +84,13 @@ public:
     explicit FakeRegionalSettings(FaultPlan& faults) : faults_(faults) {}
 
     std::wstring decimalSeparator() override {
-        return faults_.enter("RegionalSettings.decimalSeparator") ? std::wstring() : decimal_;
+        return faults_.value("RegionalSettings.decimalSeparator", decimal_);
     }
     std::wstring thousandsSeparator() override {
-        return faults_.enter("RegionalSettings.thousandsSeparator") ? std::wstring() : thousands_;
+        return faults_.value("RegionalSettings.thousandsSeparator", thousands_);
     }
 
-    void german() { set(L",", L"."); }
-    void english() { set(L".", L","); }
-    void swiss() { set(L".", L"\u2019"); }
-    void austrian() { set(L",", L"\u00A0"); }
-    void french() { set(L",", L"\u00A0"); }
+    /// English "." and ",", Swiss "." and U+2019, Austrian and French "," and U+00A0.
     void set(std::wstring_view decimal, std::wstring_view thousands) {
         decimal_ = decimal;
         thousands_ = thousands;
@@ -115,10 +109,10 @@ public:
     explicit FakeCodePage(FaultPlan& faults) : faults_(faults) {}
 
     std::string toAnsi(std::wstring_view text) override {
-        return faults_.enter("CodePage.toAnsi") ? std::string() : encode(text);
+        return faults_.value("CodePage.toAnsi", encode(text));
     }
     std::wstring fromAnsi(std::string_view bytes) override {
-        return faults_.enter("CodePage.fromAnsi") ? std::wstring() : decode(bytes);
+        return faults_.value("CodePage.fromAnsi", decode(bytes));
     }
 
     static std::string encode(std::wstring_view text);

@@ -34,6 +34,12 @@ public:
     /// Asked by every scripted function at its entry.
     std::optional<SystemCode> enter(std::string_view function);
 
+    /// The same for a function that answers `value`, or nothing when it fails.
+    template <class T>
+    T value(std::string_view function, T value) {
+        return enter(function) ? T() : value;
+    }
+
 private:
     struct Plan {
         int calls = 0;
