@@ -18,6 +18,7 @@ constexpr std::array descriptions{
     Description{error_number::typeMismatch, L"Typen unverträglich"},
     Description{error_number::fileNotFound, L"Datei nicht gefunden"},
     Description{error_number::objectNotSet, L"Objektvariable nicht festgelegt"},
+    Description{error_number::invalidUseOfNull, L"Unzulässige Verwendung von Null"},
     Description{error_number::cannotCreateObject, L"Objekterstellung durch Komponente nicht möglich"},
 };
 

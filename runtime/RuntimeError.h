@@ -14,6 +14,7 @@ inline constexpr std::int32_t subscriptOutOfRange = 9;
 inline constexpr std::int32_t typeMismatch = 13;
 inline constexpr std::int32_t fileNotFound = 53;
 inline constexpr std::int32_t objectNotSet = 91;
+inline constexpr std::int32_t invalidUseOfNull = 94;
 inline constexpr std::int32_t cannotCreateObject = 429;
 } // namespace error_number
 

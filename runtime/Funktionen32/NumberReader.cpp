@@ -1,6 +1,7 @@
 #include "runtime/Funktionen32/NumberReader.h"
 
 #include "runtime/Funktionen32/DecimalDigits.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/RuntimeError.h"
 
 #include <array>
@@ -23,10 +24,6 @@ constexpr std::int64_t exponentLimit = 1'000'000'000'000;
 /// 10^0 ... 10^22: the powers of ten that a double holds exactly.
 constexpr std::array exactPowers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-bool isDigit(wchar_t c) {
-    return c >= L'0' && c <= L'9';
-}
 
 /// Walks a text as if it had no blanks.
 class Scanner {

@@ -5,6 +5,10 @@
 
 namespace tarv {
 
+constexpr bool isDigit(wchar_t c) {
+    return c >= L'0' && c <= L'9';
+}
+
 /// Removes blanks (U+0020 and nothing else) on both sides.
 std::wstring_view trim(std::wstring_view text);
 std::wstring_view trimLeft(std::wstring_view text);

@@ -2,6 +2,7 @@
 
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/RuntimeError.h"
+#include "tests/support/RandomStart.h"
 
 #include <bit>
 #include <cmath>
@@ -9,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -80,28 +80,18 @@ TEST(NumberReader, RoundsToTheNearestDoubleHoweverLongTheText) {
     EXPECT_EQ(readNumber(L"2.2250738585072011E-308"), 0x0.fffffffffffffp-1022);
 }
 
-/// Numbers of every magnitude: any bit pattern that is a number, or a usual amount.
-class Doubles {
-public:
-    explicit Doubles(std::uint32_t start) : random_(start) {}
-
-    double any() {
-        for (;;) {
-            if (const double number = std::bit_cast<double>(random_()); std::isfinite(number))
-                return number;
-        }
+/// A number of any magnitude.
+double anyDouble(RandomStart& random) {
+    for (;;) {
+        if (const double number = std::bit_cast<double>(random.bits()); std::isfinite(number))
+            return number;
     }
-
-private:
-    std::mt19937_64 random_;
-};
+}
 
 TEST(NumberReader, AgreesWithTheCompilersLibraryOnRandomNumbers) {
-    const auto start = std::random_device()();
-    SCOPED_TRACE("random start value " + std::to_string(start));
-    Doubles doubles(start);
-    for (int i = 0; i < 20'000; ++i) {
-        const double number = doubles.any();
+    RandomStart random;
+    for (int i = 0; i < 5'000; ++i) {
+        const double number = anyDouble(random);
         char text[64];
         const int digits = i % 22;
         std::snprintf(text, sizeof text, "%.*e", digits, number);
@@ -143,11 +133,9 @@ TEST(NumberText, FifteenDigitsHalfAwayFromZeroWithoutExponent) {
 }
 
 TEST(NumberText, ReadsBackWithinItsFifteenDigits) {
-    const auto start = std::random_device()();
-    SCOPED_TRACE("random start value " + std::to_string(start));
-    Doubles doubles(start);
-    for (int i = 0; i < 20'000; ++i) {
-        const double number = doubles.any();
+    RandomStart random;
+    for (int i = 0; i < 5'000; ++i) {
+        const double number = anyDouble(random);
         // Cut behind the 15th digit by hand: the C library rounds ties to even.
         char exact[80];
         std::snprintf(exact, sizeof exact, "%+.60e", number);

@@ -1,0 +1,216 @@
+#include "runtime/Funktionen32/Numbers.h"
+
+#include "platform/Desktop.h"
+#include "platform/Platform.h"
+#include "runtime/Funktionen32/DecimalDigits.h"
+#include "runtime/Funktionen32/Developer.h"
+#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/NumberReader.h"
+#include "runtime/Funktionen32/RegionalText.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/ModRkIni.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace tarv {
+namespace {
+
+/// What the regional settings turn out to use.
+struct Separators {
+    wchar_t decimal;
+    /// NUL for none.
+    wchar_t thousands;
+
+    bool isThousands(wchar_t c) const { return thousands != L'\0' && c == thousands; }
+};
+
+/// Formatted numbers tell the separators. Where there is no thousands separator, its place shows a digit.
+Separators discoverSeparators(Runtime& rt) {
+    constexpr Picture onePlace = picture(L"#.0");
+    constexpr Picture grouped = picture(L"#0,000.0");
+    const NumberFormat format = numberFormat(rt);
+    TextBuffer tenth;
+    appendFormatted(tenth, 0.1, onePlace, format);
+    TextBuffer thousands;
+    appendFormatted(thousands, -2000, grouped, format);
+    Separators found{tenth.view()[0], thousands.view()[2]};
+    if (isDigit(found.thousands) || found.thousands == found.decimal)
+        found.thousands = L'\0';
+    return found;
+}
+
+/// Whether the text is a number with an exponent rather than an amount with a remark.
+bool isScientific(std::wstring_view text) {
+    if (text.size() < 3)
+        return false;
+    const auto exponent = std::ranges::find_if(text, [](wchar_t c) { return c == L'E' || c == L'e'; });
+    const auto index = static_cast<std::size_t>(exponent - text.begin());
+    return index >= 1 && index + 1 < text.size() && IsFormulaText(text.substr(0, index)) &&
+           IsFormulaText(text.substr(index + 1)) && text[index - 1] != L' ';
+}
+
+/// The value of a scientific number, rounded to 8 places, as an ordinary number text.
+std::wstring scientificAsText(Runtime& rt, std::wstring_view text) {
+    TextBuffer written;
+    written.append(text);
+    if (!written.contains(L'.'))
+        written.replaceAll(L',', L'.');
+    Value number = readNumber(written.view());
+    bool thirdDecimalFlag = false;
+    const Value rounded = RoundValue(rt, number, 8, thirdDecimalFlag);
+    return std::wstring(trim(regionalText(rounded, numberFormat(rt))));
+}
+
+/// Copies characters of numbers up to the first other one, or up to the stop character.
+void appendNumberText(TextBuffer& number, std::wstring_view text, const Separators& separators,
+                      std::wstring_view stop) {
+    for (const wchar_t c : text) {
+        const bool numeric = isDigit(c) || c == L',' || c == L'.' || c == L' ' || c == L'-' || c == L'+' ||
+                             separators.isThousands(c);
+        if (!numeric || (stop.size() == 1 && c == stop[0]))
+            break;
+        number.append(c);
+    }
+}
+
+void askWhyEnglish(Runtime& rt, std::wstring_view number) {
+    std::wstring text = TranslateText(L"Warum Englisch Formatiert:  ");
+    rt.platform.desktop.messageBox(text.append(number), L"ToVal - bistEntwicklung",
+                                   message_box::ok | message_box::systemModal);
+}
+
+/// Brings a number text to "." as decimal point. What looks unequal here between the conventions is meant so.
+void normaliseSeparators(Runtime& rt, TextBuffer& number, const Separators& separators) {
+    const auto [decimal, thousands] = separators;
+    if (thousands != L'\0' && number.contains(decimal) && number.contains(thousands)) {
+        if (number.find(thousands) < number.find(decimal)) {
+            number.removeAll(thousands);
+        } else {
+            if (bIstEntwicklung(rt))
+                askWhyEnglish(rt, number.view());
+            number.removeAll(decimal);
+        }
+    } else if (thousands == L',' && number.contains(L',') && number.contains(L'.') &&
+               number.size() >= number.find(L',') + 1 + 3) {
+        number.removeAll(L',');
+    } else if (thousands == L' ') {
+        number.removeAll(L' ');
+    } else {
+        number.replaceAll(L',', L'.');
+    }
+
+    if (std::ranges::count(number.view(), L'.') >= 2)
+        number.removeAt(number.find(L'.'));
+    if (decimal == L',')
+        number.replaceAll(L',', L'.');
+}
+
+double finite(double number) {
+    if (!std::isfinite(number))
+        raise(error_number::overflow);
+    return number;
+}
+
+/// 10^exponent, correctly rounded: the same on every machine.
+double powerOf10(int exponent) {
+    constexpr std::array usual{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+    const auto index = static_cast<std::size_t>(exponent);
+    // 1e309 already is too large; the exact conversion need not see more.
+    return index < usual.size() ? usual[index] : finite(nearestDouble("1", std::min(exponent, 309)));
+}
+
+/// Twenty "#"; with decimals followed by "0." and as many zeros.
+Picture roundingPicture(int decimals) {
+    Picture result = picture(L"####################");
+    if (decimals > 0) {
+        result.wholeDigits = 1;
+        result.point = true;
+        result.places = result.mostPlaces = decimals;
+    }
+    return result;
+}
+
+bool sameInPictures(double number, const Picture& first, const Picture& second, const NumberFormat& format) {
+    TextBuffer one;
+    appendFormatted(one, number, first, format);
+    TextBuffer other;
+    appendFormatted(other, number, second, format);
+    return one.view() == other.view();
+}
+
+bool endsAs(double number, double ending, const NumberFormat& format) {
+    constexpr Picture places = picture(L"#.##");
+    TextBuffer wanted;
+    appendFormatted(wanted, ending, places, format);
+    const std::wstring text = regionalText(number, format);
+    const std::wstring_view last3 =
+        std::wstring_view(text).substr(text.size() - std::min<std::size_t>(3, text.size()));
+    return last3 == wanted.view();
+}
+
+Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thirdDecimalFlag) {
+    const NumberFormat format = numberFormat(rt);
+    const double factor = powerOf10(decimals);
+    // 0.501 and not 0.5: prices of the suite have always been rounded so.
+    const double rounded = finite(std::floor(finite(factor * std::fabs(number) + 0.501)) / factor);
+    TextBuffer text;
+    appendFormatted(text, rounded, roundingPicture(decimals), format);
+    double result = ToVal(rt, text.view());
+    if (number < 0)
+        result = 0 - result;
+
+    constexpr Picture twoPlaces = picture(L"#####.00");
+    constexpr Picture threePlaces = picture(L"#####.00#");
+    if (thirdDecimalFlag && sameInPictures(number, twoPlaces, threePlaces, format))
+        thirdDecimalFlag = false;
+    if (decimals == 2 && thirdDecimalFlag) {
+        if (endsAs(result, 0.99, format))
+            result += 0.01;
+        else if (endsAs(result, 0.01, format))
+            result -= 0.01;
+    }
+    // A picture without "0" shows zero as an empty text.
+    return text.size() == 0 ? Value(std::int16_t{0}) : Value(result);
+}
+
+} // namespace
+
+double ToVal(Runtime& rt, std::wstring_view text, std::wstring_view stop) {
+    const Separators separators = discoverSeparators(rt);
+    if (text.empty())
+        return 0;
+    try {
+        TextBuffer number;
+        if (isScientific(text))
+            appendNumberText(number, scientificAsText(rt, text), separators, {});
+        else
+            appendNumberText(number, text, separators, stop);
+        normaliseSeparators(rt, number, separators);
+        return readNumber(number.view());
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+}
+
+Value RoundValue(Runtime& rt, Value& value, std::int16_t decimals, bool& thirdDecimalFlag) {
+    if (decimals < 0)
+        return value;
+    try {
+        return roundedValue(rt, regionalNumber(value, numberFormat(rt)), decimals, thirdDecimalFlag);
+    } catch (const RuntimeError& error) {
+        if (IsDesign(rt)) {
+            ErrorRecord record = error.record();
+            const std::wstring text = regionalText(value, numberFormat(rt));
+            ShowErrorMsg(rt, record, TranslateText(L"beim Runden der Zahl:") + text, {});
+        }
+        if (value == Value(Null{}) || value == Value(std::wstring()))
+            value = std::int16_t{0};
+        return value;
+    }
+}
+
+} // namespace tarv
