@@ -57,6 +57,10 @@ public:
 
     virtual SystemCode remove(std::wstring_view path) = 0;
 
+    /// Puts the file `by` in the place of `path` in one step: nobody ever finds half a file there. An existing
+    /// file hands on its attributes and access rights. After a failure both are as they were.
+    virtual SystemCode replace(std::wstring_view path, std::wstring_view by) = 0;
+
     /// Without a trailing "\" unless it is a drive root.
     virtual std::wstring currentDirectory() = 0;
 };

@@ -13,6 +13,7 @@ class Processes;
 class ProfileFiles;
 class RegionalSettings;
 class ShellOperations;
+class XmlParsers;
 
 /// The whole border to Windows. Each interface mirrors one facility and decides nothing; failures come back
 /// as values, never as exceptions. Users include the headers of the interfaces they call.
@@ -28,6 +29,7 @@ struct Platform {
     ShellOperations& shell;
     Automation& automation;
     CodePage& codePage;
+    XmlParsers& xml;
 };
 
 } // namespace tarv

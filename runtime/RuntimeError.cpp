@@ -13,6 +13,7 @@ struct Description {
 };
 
 constexpr std::array descriptions{
+    Description{error_number::invalidCall, L"Ungültiger Prozeduraufruf oder ungültiges Argument"},
     Description{error_number::overflow, L"Überlauf"},
     Description{error_number::subscriptOutOfRange, L"Index außerhalb des gültigen Bereichs"},
     Description{error_number::typeMismatch, L"Typen unverträglich"},

@@ -9,6 +9,7 @@ namespace tarv {
 
 /// Run-time error numbers that callers of the suite know.
 namespace error_number {
+inline constexpr std::int32_t invalidCall = 5;
 inline constexpr std::int32_t overflow = 6;
 inline constexpr std::int32_t subscriptOutOfRange = 9;
 inline constexpr std::int32_t typeMismatch = 13;

@@ -89,6 +89,21 @@ SystemCode WindowsFileStore::remove(std::wstring_view path) {
     return DeleteFileW(toFileName(path).c_str()) ? ERROR_SUCCESS : GetLastError();
 }
 
+SystemCode WindowsFileStore::replace(std::wstring_view path, std::wstring_view by) {
+    const std::wstring target = toFileName(path);
+    const std::wstring source = toFileName(by);
+    // Who may write the file need not be allowed to set its access rights: that alone must not fail.
+    if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                     nullptr)) {
+        return ERROR_SUCCESS;
+    }
+    const DWORD code = GetLastError();
+    if (code != ERROR_FILE_NOT_FOUND) {
+        return code;
+    }
+    return MoveFileExW(source.c_str(), target.c_str(), 0) ? ERROR_SUCCESS : GetLastError();
+}
+
 std::wstring WindowsFileStore::currentDirectory() {
     return filledText([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
 }

@@ -12,6 +12,7 @@ public:
     SystemCode append(std::wstring_view path, std::string_view bytes) override;
     SystemCode overwrite(std::wstring_view path, std::string_view bytes) override;
     SystemCode remove(std::wstring_view path) override;
+    SystemCode replace(std::wstring_view path, std::wstring_view by) override;
     std::wstring currentDirectory() override;
 };
 

@@ -11,6 +11,7 @@
 #include "platform/windows/WindowsProfileFiles.h"
 #include "platform/windows/WindowsRegionalSettings.h"
 #include "platform/windows/WindowsShellOperations.h"
+#include "platform/windows/WindowsXmlDom.h"
 
 namespace tarv {
 
@@ -26,8 +27,9 @@ struct WindowsPlatform::Implementation {
     WindowsShellOperations shell;
     WindowsAutomation automation;
     WindowsCodePage codePage;
+    WindowsXmlParsers xml;
     Platform border{profiles, files,   environment, program,    processes, desktop,
-                    regional, machine, shell,       automation, codePage};
+                    regional, machine, shell,       automation, codePage,  xml};
 };
 
 WindowsPlatform::WindowsPlatform() : implementation_(std::make_unique<Implementation>()) {}

@@ -119,6 +119,19 @@ SystemCode FakeFileStore::remove(std::wstring_view path) {
     return entry ? 0 : entry.error();
 }
 
+SystemCode FakeFileStore::replace(std::wstring_view path, std::wstring_view by) {
+    if (const auto code = faults_.enter("FileStore.replace"))
+        return *code;
+    const auto source = existing(by);
+    if (!source)
+        return source.error();
+    const std::string bytes = (*source)->bytes;
+    if (const SystemCode code = write(path, bytes, false))
+        return code;
+    disk_.remove(by);
+    return 0;
+}
+
 std::wstring FakeFileStore::currentDirectory() {
     return faults_.value("FileStore.currentDirectory", disk_.currentDirectory);
 }

@@ -16,6 +16,7 @@ public:
     SystemCode append(std::wstring_view path, std::string_view bytes) override;
     SystemCode overwrite(std::wstring_view path, std::string_view bytes) override;
     SystemCode remove(std::wstring_view path) override;
+    SystemCode replace(std::wstring_view path, std::wstring_view by) override;
     std::wstring currentDirectory() override;
 
     /// Searches that have not been ended; a leak shows here.

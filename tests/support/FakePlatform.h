@@ -8,6 +8,7 @@
 #include "tests/support/FakeProfileFiles.h"
 #include "tests/support/FakeShellOperations.h"
 #include "tests/support/FakeSystem.h"
+#include "tests/support/FakeXmlDom.h"
 
 namespace tarv {
 
@@ -27,9 +28,10 @@ struct FakePlatform {
     FakeShellOperations shell{faults};
     FakeAutomation automation{faults};
     FakeCodePage codePage{faults};
+    FakeXmlParsers xml{faults, disk};
 
     Platform border{profiles, files,   environment, program,    processes, desktop,
-                    regional, machine, shell,       automation, codePage};
+                    regional, machine, shell,       automation, codePage,  xml};
 
     FakePlatform() = default;
     FakePlatform(const FakePlatform&) = delete;

@@ -17,7 +17,7 @@ constexpr std::string_view names[] = {
     "DirectorySearch.next",
     "Environment.entries", "Environment.value",
     "FileStore.append", "FileStore.attributes", "FileStore.currentDirectory", "FileStore.length",
-    "FileStore.overwrite", "FileStore.remove", "FileStore.search",
+    "FileStore.overwrite", "FileStore.remove", "FileStore.replace", "FileStore.search",
     "MachineFacts.computerName", "MachineFacts.localAddress", "MachineFacts.systemDirectory",
     "MachineFacts.userName", "MachineFacts.version", "MachineFacts.windowsDirectory",
     "OwnProgram.path", "OwnProgram.version",
@@ -27,6 +27,13 @@ constexpr std::string_view names[] = {
     "ProfileFiles.writeString",
     "RegionalSettings.decimalSeparator", "RegionalSettings.thousandsSeparator",
     "ShellOperations.browseForFolder", "ShellOperations.desktopWindow", "ShellOperations.fileOperation",
+    "XmlDocument.createElement", "XmlDocument.documentElement", "XmlDocument.load", "XmlDocument.loadXml",
+    "XmlDocument.parseError", "XmlDocument.putAsync", "XmlDocument.putResolveExternals",
+    "XmlDocument.putValidateOnParse", "XmlDocument.save", "XmlDocument.xml",
+    "XmlNode.appendChild", "XmlNode.countNodes", "XmlNode.getAttribute", "XmlNode.nodeName",
+    "XmlNode.parentNode", "XmlNode.putText", "XmlNode.removeAttribute", "XmlNode.removeChild",
+    "XmlNode.selectSingleNode", "XmlNode.setAttribute", "XmlNode.text", "XmlNode.xml",
+    "XmlParsers.create",
 };
 // clang-format on
 

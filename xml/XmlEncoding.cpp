@@ -1,0 +1,132 @@
+#include "xml/XmlEncoding.h"
+
+#include "runtime/Funktionen32/Texts.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace tarv {
+namespace {
+
+constexpr std::wstring_view white = L" \t\r\n";
+
+/// The name in encoding="..." of the declaration at the start; empty without one.
+std::wstring_view declaredEncoding(std::wstring_view xml) {
+    if (!xml.starts_with(L"<?xml"))
+        return {};
+    std::wstring_view rest = xml.substr(0, xml.find(L"?>"));
+    const auto skipTo = [&](std::size_t at) { rest.remove_prefix(std::min(at, rest.size())); };
+    const auto word = rest.find(L"encoding");
+    if (word == rest.npos)
+        return {};
+    skipTo(word + 8);
+    skipTo(rest.find_first_not_of(white));
+    if (!rest.starts_with(L'='))
+        return {};
+    skipTo(1);
+    skipTo(rest.find_first_not_of(white));
+    if (rest.empty() || (rest.front() != L'"' && rest.front() != L'\''))
+        return {};
+    const auto end = rest.find(rest.front(), 1);
+    return end == rest.npos ? std::wstring_view() : rest.substr(1, end - 1);
+}
+
+/// Takes one character off the text; nothing at half a pair.
+std::optional<char32_t> nextCharacter(std::wstring_view& text) {
+    const auto unit = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    if (unit < 0xD800 || unit > 0xDFFF)
+        return unit;
+    if (unit > 0xDBFF || text.empty() || text.front() < 0xDC00 || text.front() > 0xDFFF)
+        return std::nullopt;
+    const auto low = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+}
+
+void add(std::string& bytes, char32_t value) {
+    bytes += static_cast<char>(value & 0xFF);
+}
+
+bool addUtf8(std::string& bytes, char32_t code) {
+    if (code < 0x80) {
+        add(bytes, code);
+        return true;
+    }
+    const int further = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+    constexpr std::array<char32_t, 4> marks{0, 0xC0, 0xE0, 0xF0};
+    add(bytes, marks[static_cast<std::size_t>(further)] | code >> (6 * further));
+    for (int i = further - 1; i >= 0; --i)
+        add(bytes, 0x80 | (code >> (6 * i) & 0x3F));
+    return true;
+}
+
+bool addUtf16(std::string& bytes, char32_t code) {
+    if (code >= 0x10000) {
+        addUtf16(bytes, 0xD800 + ((code - 0x10000) >> 10));
+        return addUtf16(bytes, 0xDC00 + (code & 0x3FF));
+    }
+    add(bytes, code);
+    add(bytes, code >> 8);
+    return true;
+}
+
+bool addLatin1(std::string& bytes, char32_t code) {
+    add(bytes, code);
+    return code < 0x100;
+}
+
+bool addAscii(std::string& bytes, char32_t code) {
+    add(bytes, code);
+    return code < 0x80;
+}
+
+bool addWindows1252(std::string& bytes, char32_t code) {
+    // 0x80 to 0x9F of the code page; 0 where it has no character.
+    constexpr std::array<char16_t, 32> upper{0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                             0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                             0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+    const auto* found = std::ranges::find(upper, code);
+    if (code != 0 && found != upper.end()) {
+        add(bytes, static_cast<char32_t>(0x80 + (found - upper.begin())));
+        return true;
+    }
+    add(bytes, code);
+    return code < 0x80 || (code >= 0xA0 && code < 0x100);
+}
+
+struct Encoding {
+    std::wstring_view name;
+    std::string_view mark;
+    bool (*add)(std::string& bytes, char32_t code);
+};
+
+constexpr std::array encodings{
+    Encoding{L"utf-8", "", addUtf8},
+    Encoding{L"utf-16", "\xFF\xFE", addUtf16},
+    Encoding{L"iso-8859-1", "", addLatin1},
+    Encoding{L"us-ascii", "", addAscii},
+    Encoding{L"windows-1252", "", addWindows1252},
+};
+
+} // namespace
+
+std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
+    const std::wstring declared = lowerCase(declaredEncoding(xml));
+    const auto* encoding =
+        declared.empty() ? encodings.begin() : std::ranges::find(encodings, declared, &Encoding::name);
+    if (encoding == encodings.end())
+        return std::nullopt;
+    std::string bytes(encoding->mark);
+    bytes.reserve(xml.size() + xml.size() / 8);
+    while (!xml.empty()) {
+        const auto code = nextCharacter(xml);
+        if (!code || !encoding->add(bytes, *code))
+            return std::nullopt;
+    }
+    return bytes;
+}
+
+} // namespace tarv

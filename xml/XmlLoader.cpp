@@ -1,0 +1,132 @@
+#include "xml/XmlLoader.h"
+
+#include "platform/Desktop.h"
+#include "platform/FileStore.h"
+#include "platform/OwnProgram.h"
+#include "platform/Platform.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+#include "xml/ParseErrorReport.h"
+#include "xml/XmlEncoding.h"
+
+#include <optional>
+#include <string>
+
+namespace tarv {
+namespace {
+
+/// Version 1 refuses a text whose declaration names an encoding other than that of wide texts; from a file it
+/// takes the same text.
+constexpr auto encodingSwitchRefused = static_cast<std::int32_t>(0xC00CE56F);
+
+std::wstring_view programmaticId(std::int16_t version) {
+    switch (version) {
+    case 6:
+        return L"Msxml2.DOMDocument.6.0";
+    case 1:
+        return L"Msxml.DOMDocument";
+    default:
+        return {};
+    }
+}
+
+/// What went wrong with a load: the parser's own account, or the record of the call that failed.
+XmlParseError reasonOf(XmlDocument& document, const std::optional<ErrorRecord>& failedCall) {
+    XmlParseError reason;
+    if (auto known = document.parseError())
+        reason = std::move(*known);
+    if (reason.code == 0 && failedCall) {
+        reason.code = failedCall->number;
+        reason.reason = failedCall->description + L"\r\n";
+    }
+    return reason;
+}
+
+/// Settings in this order, then the load. Externals stay unresolved: a document must not fetch files or
+/// addresses that it names, so a parser that refuses this does not load at all.
+Automated<bool> load(XmlDocument& document, XmlSource kind, std::wstring_view source) {
+    for (const auto& set :
+         {document.putResolveExternals(false), document.putValidateOnParse(true), document.putAsync(false)}) {
+        if (!set)
+            return Failure{set.error()};
+    }
+    return kind == XmlSource::file ? document.load(source) : document.loadXml(source);
+}
+
+std::wstring scratchFile(Runtime& rt) {
+    std::wstring path = rt.platform.program.path();
+    path.resize(path.rfind(L'\\') + 1);
+    return path + L"tempgoxml.xml";
+}
+
+XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::wstring_view xml,
+                                      bool showErrors) {
+    FileStore& files = rt.platform.files;
+    const std::wstring path = scratchFile(rt);
+    const std::optional<std::string> bytes = encodedAsDeclared(xml);
+    const SystemCode code = bytes ? files.overwrite(path, *bytes) : 0;
+    XmlDocumentRef document;
+    if (bytes && code == 0) {
+        document = OpenXML(rt, version, XmlSource::file, path, showErrors);
+    } else if (showErrors) {
+        XmlParseError reason;
+        reason.code = bytes ? static_cast<std::int32_t>(0x80070000 | code) : encodingSwitchRefused;
+        reason.reason = bytes ? L"Die Hilfsdatei kann nicht geschrieben werden.\r\n"
+                              : L"Der Text passt nicht in die Kodierung, die er nennt.\r\n";
+        showParseError(rt, reason, path);
+    }
+    files.remove(path);
+    return document;
+}
+
+} // namespace
+
+bool canCreateParser(Runtime& rt, std::int16_t version) {
+    const std::wstring_view id = programmaticId(version);
+    return !id.empty() && rt.platform.xml.create(id);
+}
+
+std::int16_t ChooseParser(Runtime& rt) {
+    for (const std::int16_t version : {std::int16_t{6}, std::int16_t{1}}) {
+        if (canCreateParser(rt, version))
+            return version;
+    }
+    return 0;
+}
+
+XmlDocumentRef InvokeParser(Runtime& rt, std::int16_t version) {
+    const std::wstring_view id = programmaticId(version);
+    if (id.empty())
+        return nullptr;
+    auto created = rt.platform.xml.create(id);
+    if (created)
+        return std::move(*created);
+    if (created.error().number == error_number::cannotCreateObject)
+        rt.platform.desktop.messageBox(L"XML-Problem beim Create (" + std::wstring(id) + L")",
+                                       L"clsXml.InvokeParser", message_box::ok | message_box::systemModal);
+    return nullptr;
+}
+
+XmlDocumentRef OpenXML(Runtime& rt, std::int16_t version, XmlSource kind, std::wstring_view source,
+                       bool showErrors) {
+    XmlDocumentRef document = InvokeParser(rt, version);
+    if (!document) {
+        rt.platform.desktop.messageBox(L"clsXml.OpenXML Fehler", L"Create the DOMDocument",
+                                       message_box::ok | message_box::exclamation | message_box::systemModal);
+        return nullptr;
+    }
+    const auto loaded = load(*document, kind, source);
+    if (loaded && *loaded)
+        return document;
+    const XmlParseError reason =
+        reasonOf(*document, loaded ? std::nullopt : std::optional<ErrorRecord>(loaded.error()));
+    if (kind == XmlSource::string && version == 1 && reason.code == encodingSwitchRefused) {
+        document.reset();
+        return openThroughScratchFile(rt, version, source, showErrors);
+    }
+    if (showErrors)
+        showParseError(rt, reason, kind == XmlSource::file ? source : std::wstring_view());
+    return nullptr;
+}
+
+} // namespace tarv
