@@ -1,0 +1,71 @@
+#include "components/rk_Runtime/ClassFactory.h"
+#include "components/rk_Runtime/Module.h"
+#include "components/rk_Runtime/Registration.h"
+#include "platform/windows/ComPtr.h"
+
+#include <new>
+#include <string>
+
+using namespace tarv;
+using namespace tarv::component;
+
+namespace {
+
+/// Full path of this DLL, however long; empty when Windows does not tell it.
+std::wstring libraryPath() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(moduleInstance(), path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+} // namespace
+
+extern "C" {
+
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        setModuleInstance(instance);
+        DisableThreadLibraryCalls(instance);
+    }
+    return TRUE;
+}
+
+STDAPI DllGetClassObject(REFCLSID id, REFIID interfaceId, void** object) {
+    if (!object)
+        return E_POINTER;
+    *object = nullptr;
+    if (!IsEqualCLSID(id, classId()))
+        return CLASS_E_CLASSNOTAVAILABLE;
+    const auto factory = ComPtr<ClassFactory>::take(new (std::nothrow) ClassFactory);
+    return factory ? factory->QueryInterface(interfaceId, object) : E_OUTOFMEMORY;
+}
+
+STDAPI DllCanUnloadNow() {
+    return moduleIdle() ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+    try {
+        const std::wstring path = libraryPath();
+        return path.empty() ? HRESULT_FROM_WIN32(GetLastError()) : registerClass(path);
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+STDAPI DllUnregisterServer() {
+    try {
+        return unregisterClass();
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+} // extern "C"
