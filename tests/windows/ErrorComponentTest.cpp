@@ -176,7 +176,7 @@ protected:
     std::int32_t ask() {
         Platform border{fake.profiles,  fake.files,   fake.environment, fake.program,
                         fake.processes, fake.desktop, fake.regional,    fake.machine,
-                        fake.shell,     automation,   fake.codePage};
+                        fake.shell,     automation,   fake.codePage,    fake.xml};
         Runtime rt{border};
         ErrorRecord record{53, L"Datei nicht gefunden", L"Test"};
         return AskErrorMsg(rt, record, L"beim Test", L"Ort");
