@@ -30,7 +30,7 @@ constexpr int pages[] = {ID_txtInfo, ID_treeView};
 frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
     create({.className = L"frmInfo4Prg",
             .caption = L"Infocenter",
-            .style = WS_OVERLAPPEDWINDOW & ~static_cast<DWORD>(WS_MINIMIZEBOX),
+            .style = (WS_OVERLAPPEDWINDOW & ~static_cast<DWORD>(WS_MINIMIZEBOX)) | WS_CLIPCHILDREN,
             .client = {10500, 7500},
             .minimumClient = {5400, 3600},
             .iconResource = IDI_PROGRAM,

@@ -44,7 +44,7 @@ private:
 frmMain::frmMain(Runtime& rt) : rt_(rt), startPicture_(IDR_START_PICTURE) {
     create({.className = L"frmMain",
             .caption = L"TARVENIK Serviceprogramm",
-            .style = WS_OVERLAPPEDWINDOW,
+            .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
             .client = {12000, 7500},
             .minimumClient = {6000, 3750},
             .menu = createMainMenu(),

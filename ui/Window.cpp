@@ -58,7 +58,7 @@ void Window::create(WindowDescription description) {
     iconResource_ = description.iconResource;
     uiThread().windows.push_back(this);
     if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
-                         description.style | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
+                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
                          description.menu.get(), program(), this)) {
         std::erase(uiThread().windows, this);
         throw std::bad_alloc();

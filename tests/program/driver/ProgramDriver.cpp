@@ -5,7 +5,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <cwctype>
+#include <cstdlib>
+#include <cwchar>
 
 namespace tarv::program {
 namespace {
@@ -155,6 +156,48 @@ void ProgramDriver::command(HWND window, int id) {
     PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
+void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
+    SetForegroundWindow(window);
+    for (const int key : keys) {
+        std::vector<INPUT> inputs;
+        const auto add = [&](int code, DWORD flags) {
+            INPUT input{};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = static_cast<WORD>(code);
+            input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(static_cast<UINT>(code), MAPVK_VK_TO_VSC));
+            input.ki.dwFlags = flags;
+            inputs.push_back(input);
+        };
+        if (key < 0) {
+            add(VK_CONTROL, 0);
+        }
+        add(std::abs(key), 0);
+        add(std::abs(key), KEYEVENTF_KEYUP);
+        if (key < 0) {
+            add(VK_CONTROL, KEYEVENTF_KEYUP);
+        }
+        SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    }
+}
+
+bool ProgramDriver::focusOn(HWND window, int id) {
+    return waitUntil([&] {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+        return info.hwndFocus && info.hwndFocus == GetDlgItem(window, id);
+    });
+}
+
+void ProgramDriver::changeDpi(HWND window, int from, int to) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    rect.right = rect.left + MulDiv(rect.right - rect.left, to, from);
+    rect.bottom = rect.top + MulDiv(rect.bottom - rect.top, to, from);
+    const RemoteCopy<RECT> remote(process_.hProcess, rect);
+    ask(window, WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(to, to)), remote.address());
+}
+
 std::wstring ProgramDriver::text(HWND window) {
     std::wstring text(static_cast<std::size_t>(ask(window, WM_GETTEXTLENGTH, 0, 0)), L'\0');
     text.resize(static_cast<std::size_t>(
@@ -173,28 +216,29 @@ std::wstring ProgramDriver::tabText(HWND tabs, int index) {
                                                                                  : std::wstring();
 }
 
-std::wstring ProgramDriver::nodeText(HWND treeView, HTREEITEM node) {
+std::vector<TreeNode> ProgramDriver::tree(HWND treeView, std::size_t mostGroups) {
     const RemoteText buffer(process_.hProcess, longestNodeText);
     TVITEMW item{};
     item.mask = TVIF_TEXT;
-    item.hItem = node;
     item.pszText = buffer.address();
     item.cchTextMax = longestNodeText;
-    const RemoteCopy<TVITEMW> remote(process_.hProcess, item);
-    return ask(treeView, TVM_GETITEMW, 0, remote.address()) ? buffer.read() : std::wstring();
-}
-
-std::vector<TreeNode> ProgramDriver::tree(HWND treeView) {
-    const auto next = [&](WPARAM relation, HTREEITEM item) {
+    RemoteCopy<TVITEMW> remote(process_.hProcess, item);
+    const auto text = [&](HTREEITEM node) {
+        item.hItem = node;
+        remote.write(item);
+        return ask(treeView, TVM_GETITEMW, 0, remote.address()) ? buffer.read() : std::wstring();
+    };
+    const auto next = [&](WPARAM relation, HTREEITEM node) {
         return reinterpret_cast<HTREEITEM>(
-            ask(treeView, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+            ask(treeView, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(node)));
     };
     std::vector<TreeNode> nodes;
-    for (HTREEITEM group = next(TVGN_ROOT, nullptr); group; group = next(TVGN_NEXT, group)) {
+    for (HTREEITEM group = next(TVGN_ROOT, nullptr); group && nodes.size() < mostGroups;
+         group = next(TVGN_NEXT, group)) {
         ask(treeView, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(group));
-        nodes.push_back({nodeText(treeView, group), {}});
+        nodes.push_back({text(group), {}});
         for (HTREEITEM entry = next(TVGN_CHILD, group); entry; entry = next(TVGN_NEXT, entry)) {
-            nodes.back().children.push_back(nodeText(treeView, entry));
+            nodes.back().children.push_back(text(entry));
         }
     }
     return nodes;

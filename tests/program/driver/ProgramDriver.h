@@ -41,12 +41,17 @@ public:
     const std::vector<std::wstring>& boxes() const { return boxes_; }
 
     void command(HWND window, int id);
+    /// Presses keys one after the other as the user's keyboard would; a negative one is held down with Ctrl.
+    void press(HWND window, std::initializer_list<int> keys);
+    /// Waits until the control with this id of the window has the focus.
+    static bool focusOn(HWND window, int id);
+    /// Changes the window's DPI as moving it to another screen does; size and place go with it.
+    void changeDpi(HWND window, int from, int to);
 
     static std::wstring text(HWND window);
     std::wstring tabText(HWND tabs, int index);
-    /// All nodes; every group is opened first, as a user would.
-    std::vector<TreeNode> tree(HWND treeView);
-    std::wstring nodeText(HWND treeView, HTREEITEM item);
+    /// The nodes of the first groups (of all by default); each is opened first, as a user would.
+    std::vector<TreeNode> tree(HWND treeView, std::size_t mostGroups = SIZE_MAX);
 
     /// Waits until the window's picture on the screen no longer changes, and saves it as a bitmap file.
     static bool savePicture(HWND window, const std::wstring& file);

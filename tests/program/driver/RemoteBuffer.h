@@ -24,13 +24,18 @@ protected:
 class RemoteText : public RemoteMemory {
 public:
     RemoteText(HANDLE process, std::size_t characters)
-        : RemoteMemory(process, characters * sizeof(wchar_t)), characters_(characters) {}
+        : RemoteMemory(process, (characters + 256) * sizeof(wchar_t)), characters_(characters) {}
 
     wchar_t* address() const { return static_cast<wchar_t*>(address_); }
 
     std::wstring read() const {
-        std::wstring text(characters_, L'\0');
-        ReadProcessMemory(process_, address_, text.data(), characters_ * sizeof(wchar_t), nullptr);
+        std::wstring text;
+        // Mostly a line: read piece by piece until its end.
+        constexpr std::size_t piece = 256;
+        for (std::size_t at = 0; at < characters_ && text.find(L'\0') == text.npos; at += piece) {
+            text.resize(at + piece);
+            ReadProcessMemory(process_, address() + at, text.data() + at, piece * sizeof(wchar_t), nullptr);
+        }
         return text.substr(0, text.find(L'\0'));
     }
 
@@ -41,9 +46,8 @@ private:
 template <class T>
 class RemoteCopy : public RemoteMemory {
 public:
-    RemoteCopy(HANDLE process, const T& value) : RemoteMemory(process, sizeof value) {
-        WriteProcessMemory(process_, address_, &value, sizeof value, nullptr);
-    }
+    RemoteCopy(HANDLE process, const T& value) : RemoteMemory(process, sizeof value) { write(value); }
+    void write(const T& value) { WriteProcessMemory(process_, address_, &value, sizeof value, nullptr); }
     LPARAM address() const { return reinterpret_cast<LPARAM>(address_); }
 };
 
