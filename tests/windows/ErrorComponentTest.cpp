@@ -140,7 +140,8 @@ class ErrorComponentTest : public testing::Test {
 protected:
     ErrorComponentTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
     ~ErrorComponentTest() override {
-        call("DllUnregisterServer");
+        if (library)
+            call("DllUnregisterServer");
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + progId).c_str());
         display = nullptr;
         CoUninitialize();
