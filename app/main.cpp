@@ -10,7 +10,6 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include <exception>
 #include <string>
 
 namespace tarv {
@@ -61,7 +60,7 @@ int runGuarded(int showCommand) {
         const ErrorRecord& record = error.record();
         showFailure(L"Das Programm muss beendet werden.\r\n\r\nFehler " + std::to_wstring(record.number) +
                     L": " + record.description);
-    } catch (const std::exception&) {
+    } catch (...) {
         showFailure(
             L"Das Programm muss beendet werden: Windows stellt nicht genügend Speicher oder Fenster bereit.");
     }

@@ -34,5 +34,6 @@
 #define IDI_CLOSEDFOLDER        2
 #define IDI_DOCUMENT            3
 #define IDR_START_PICTURE       11
-#define IDR_IP_PICTURE          12
+#define IDR_START_PICTURE_200   12
+#define IDR_IP_PICTURE          13
 // clang-format on

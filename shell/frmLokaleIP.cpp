@@ -20,7 +20,7 @@ constexpr int addressPoints = 14;
 } // namespace
 
 frmLokaleIP::frmLokaleIP(Runtime& rt, const ui::Window& mainWindow)
-    : rt_(rt), mainWindow_(mainWindow), picture_(IDR_IP_PICTURE) {
+    : rt_(rt), mainWindow_(mainWindow), picture_({{IDR_IP_PICTURE, 192}}) {
     create({.className = L"frmLokaleIP",
             .caption = L"IP-Adresse",
             .style = WS_POPUP | WS_CAPTION | WS_SYSMENU,
@@ -45,8 +45,9 @@ void frmLokaleIP::load() {
     SetWindowTextW(control(ID_Label1), TranslateText(GetLocalIPAdress()).c_str());
     RECT main{};
     GetWindowRect(mainWindow_.handle(), &main);
-    moveTo(ui::toTwips(main.left, mainWindow_.dpi()) + addressWindowOffset.width,
-           ui::toTwips(main.top, mainWindow_.dpi()) + addressWindowOffset.height);
+    const int dpi = mainWindow_.dpi(); // of the screen that both are on
+    moveTo({ui::toPixels(ui::toTwips(main.left, dpi) + addressWindowOffset.width, dpi),
+            ui::toPixels(ui::toTwips(main.top, dpi) + addressWindowOffset.height, dpi)});
 }
 
 std::wstring frmLokaleIP::GetLocalIPAdress() {

@@ -41,7 +41,8 @@ private:
 
 } // namespace
 
-frmMain::frmMain(Runtime& rt) : rt_(rt), startPicture_(IDR_START_PICTURE) {
+frmMain::frmMain(Runtime& rt)
+    : rt_(rt), startPicture_({{IDR_START_PICTURE, 800}, {IDR_START_PICTURE_200, 1600}}) {
     create({.className = L"frmMain",
             .caption = L"TARVENIK Serviceprogramm",
             .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
@@ -83,7 +84,7 @@ void frmMain::centreOnScreen() {
     const ui::TwipsSize screen{ui::toTwips(GetSystemMetrics(SM_CXSCREEN), dpi()),
                                ui::toTwips(GetSystemMetrics(SM_CYSCREEN), dpi())};
     const ui::TwipsSize window = outerSizeInTwips();
-    moveTo(centred(screen.width, window.width), centred(screen.height, window.height));
+    moveTo({pixels(centred(screen.width, window.width)), pixels(centred(screen.height, window.height))});
 }
 
 void frmMain::showVersion() {

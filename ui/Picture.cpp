@@ -5,7 +5,9 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace tarv::ui {
 namespace {
@@ -71,24 +73,33 @@ Pixels pixelsOf(IPicture& picture) {
 
 } // namespace
 
-Picture::Picture(int resource) {
-    if (const auto picture = loadPicture(resource)) {
-        pixels_ = pixelsOf(*picture);
+const Pixels& Picture::pixelsFor(int width) {
+    const auto enough = std::find_if(variants_.begin(), std::prev(variants_.end()),
+                                     [&](const PictureVariant& variant) { return variant.width >= width; });
+    if (loaded_ != enough->resource) {
+        loaded_ = enough->resource;
+        const auto picture = loadPicture(loaded_);
+        pixels_ = picture ? pixelsOf(*picture) : Pixels{};
     }
+    return pixels_;
 }
 
 HBITMAP Picture::bitmap(int width, int height) {
-    if (pixels_.data.empty() || width <= 0 || height <= 0) {
+    if (width <= 0 || height <= 0) {
         return nullptr;
     }
     if (!bitmap_ || size_.cx != width || size_.cy != height) {
+        const Pixels& source = pixelsFor(width);
+        if (source.data.empty()) {
+            return nullptr;
+        }
         const BITMAPINFO info = topDown32(width, height);
         const ScreenDc screen;
         void* bits = nullptr;
         bitmap_.reset(CreateDIBSection(screen.dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         size_ = {width, height};
         if (bitmap_) {
-            const Pixels target = scaled(pixels_, width, height);
+            const Pixels target = scaled(source, width, height);
             std::memcpy(bits, target.data.data(), target.data.size() * sizeof(std::uint32_t));
         }
     }

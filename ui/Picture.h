@@ -3,13 +3,23 @@
 #include "ui/Handle.h"
 #include "ui/PixelScaling.h"
 
+#include <utility>
+#include <vector>
+
 namespace tarv::ui {
 
-/// A JPEG picture of the program's resources, shown at any size.
+/// One size in which a picture is kept: a resource (type RCDATA, JPEG) and its width in pixels.
+struct PictureVariant {
+    int resource;
+    int width;
+};
+
+/// A picture of the program's resources, shown at any size. The system's picture decoder reads the smallest
+/// variant that is large enough, when a bitmap is first asked for.
 class Picture {
 public:
-    /// Reads the resource (type RCDATA) through the system's picture decoder. Empty when there is none.
-    explicit Picture(int resource);
+    /// The variants from the smallest to the largest. The picture is empty where a resource is none.
+    explicit Picture(std::vector<PictureVariant> variants) : variants_(std::move(variants)) {}
 
     /// A bitmap of that size in pixels, kept for the next call. Null for an empty picture or size.
     HBITMAP bitmap(int width, int height);
@@ -18,6 +28,10 @@ public:
     void draw(const DRAWITEMSTRUCT& control);
 
 private:
+    const Pixels& pixelsFor(int width);
+
+    std::vector<PictureVariant> variants_;
+    int loaded_ = 0;
     Pixels pixels_;
     Bitmap bitmap_;
     SIZE size_{};

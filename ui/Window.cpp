@@ -97,9 +97,8 @@ RECT Window::clientRect() const {
     return rect;
 }
 
-void Window::moveTo(Twips left, Twips top) {
-    SetWindowPos(handle_, nullptr, pixels(left), pixels(top), 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+void Window::moveTo(POINT corner) {
+    SetWindowPos(handle_, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Window::centreOnWorkArea(HWND reference) {

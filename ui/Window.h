@@ -63,8 +63,8 @@ protected:
     TwipsSize outerSizeInTwips() const;
     RECT clientRect() const;
 
-    /// Puts the window (outer size unchanged) at a place on the screen.
-    void moveTo(Twips left, Twips top);
+    /// Puts the window (outer size unchanged) at a place on the screen, in pixels.
+    void moveTo(POINT corner);
     void centreOnWorkArea(HWND reference);
     /// The control that has the focus when the window appears; otherwise the first one that can have it.
     void focusFirst(int id) { lastFocus_ = control(id); }

@@ -142,6 +142,13 @@ bool ProgramDriver::gone(HWND window, DWORD milliseconds) {
         milliseconds);
 }
 
+bool ProgramDriver::answered(std::size_t boxes) {
+    return waitUntil([&] {
+        answerBoxes();
+        return boxes_.size() >= boxes;
+    });
+}
+
 bool ProgramDriver::ended(DWORD milliseconds) {
     return !process_.hProcess || WaitForSingleObject(process_.hProcess, milliseconds) == WAIT_OBJECT_0;
 }

@@ -37,6 +37,8 @@ public:
     bool ended(DWORD milliseconds = 20000);
     DWORD exitCode() const;
 
+    /// Waits until so many boxes have come up, answering them.
+    bool answered(std::size_t boxes);
     /// "title: text" of every box answered so far.
     const std::vector<std::wstring>& boxes() const { return boxes_; }
 
