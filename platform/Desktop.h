@@ -38,6 +38,9 @@ public:
     /// that never becomes empty does not keep it for ever.
     virtual void pumpMessages() = 0;
 
+    /// Whether WM_QUIT waits: loops that pump have to come to their end.
+    virtual bool quitPending() = 0;
+
     virtual void sleep(std::uint32_t milliseconds) = 0;
 
     /// The active window of this thread.
@@ -47,6 +50,9 @@ public:
     virtual WindowHandle activeForm() = 0;
     virtual bool isWindow(WindowHandle window) = 0;
     virtual void setFocus(WindowHandle window) = 0;
+
+    /// Draws what is invalid in a window and its children, before this call returns.
+    virtual void redraw(WindowHandle window) = 0;
 };
 
 } // namespace tarv

@@ -57,6 +57,11 @@ void WindowsDesktop::pumpMessages() {
     }
 }
 
+bool WindowsDesktop::quitPending() {
+    MSG message;
+    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != FALSE;
+}
+
 void WindowsDesktop::sleep(std::uint32_t milliseconds) {
     Sleep(milliseconds);
 }
@@ -81,6 +86,10 @@ bool WindowsDesktop::isWindow(WindowHandle window) {
 
 void WindowsDesktop::setFocus(WindowHandle window) {
     SetFocus(toSystem(window));
+}
+
+void WindowsDesktop::redraw(WindowHandle window) {
+    RedrawWindow(toSystem(window), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 } // namespace tarv

@@ -45,6 +45,8 @@ public:
             onPump();
     }
 
+    bool quitPending() override { return !faults_.enter("Desktop.quitPending") && quit; }
+
     void sleep(std::uint32_t milliseconds) override {
         faults_.enter("Desktop.sleep");
         sleeps.push_back(milliseconds);
@@ -66,6 +68,11 @@ public:
             focused.push_back(window);
     }
 
+    void redraw(WindowHandle window) override {
+        if (!faults_.enter("Desktop.redraw"))
+            redrawn.push_back(window);
+    }
+
     std::vector<ShownMessageBox> boxes;
     /// Used up in order; without one the user answers OK, Yes or Cancel, whichever the box offers.
     std::deque<std::int32_t> answers;
@@ -73,6 +80,8 @@ public:
     int pumps = 0;
     std::vector<std::uint32_t> sleeps;
     std::vector<WindowHandle> focused;
+    std::vector<WindowHandle> redrawn;
+    bool quit = false;
 
     WindowHandle active = WindowHandle::none;
     WindowHandle form = WindowHandle::none;

@@ -13,7 +13,7 @@ constexpr std::string_view names[] = {
     "AutomationObject.call", "AutomationObject.get", "AutomationObject.items", "AutomationObject.put",
     "CodePage.fromAnsi", "CodePage.toAnsi",
     "Desktop.activeForm", "Desktop.activeWindow", "Desktop.isWindow", "Desktop.messageBox",
-    "Desktop.pumpMessages", "Desktop.setFocus", "Desktop.sleep",
+    "Desktop.pumpMessages", "Desktop.quitPending", "Desktop.redraw", "Desktop.setFocus", "Desktop.sleep",
     "DirectorySearch.next",
     "Environment.entries", "Environment.value",
     "FileStore.append", "FileStore.attributes", "FileStore.currentDirectory", "FileStore.length",

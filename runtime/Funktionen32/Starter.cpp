@@ -1,0 +1,140 @@
+#include "runtime/Funktionen32/Starter.h"
+
+#include "platform/Platform.h"
+#include "platform/Processes.h"
+#include "runtime/Funktionen32/Developer.h"
+#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/ExternalProgram.h"
+#include "runtime/Funktionen32/Paths.h"
+#include "runtime/Funktionen32/ShellStart.h"
+#include "runtime/Funktionen32/SuitePrograms.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/ModRkIni.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+
+namespace tarv {
+namespace {
+
+constexpr std::uint32_t normalPriorityClass = 32;
+constexpr int roundsForAFirstWindow = 30;
+constexpr int roundsBeforeRepainting = 50;
+
+void splitBehindExe(std::wstring& program, std::wstring& arguments, std::wstring& programPart) {
+    constexpr std::wstring_view extension = L".EXE";
+    const std::wstring capital = upperCase(program);
+    const auto found = capital.find(extension);
+    if (found == capital.npos || capital.ends_with(extension))
+        return;
+    const auto end = found + extension.size();
+    arguments = trimLeft(arguments + program.substr(end));
+    program.resize(end);
+    programPart = program;
+}
+
+std::wstring joinedArguments(std::wstring_view arguments, std::wstring_view dataText) {
+    std::wstring joined(trim(arguments));
+    const std::wstring_view data = trim(dataText);
+    if (!data.empty())
+        joined.append(L" ").append(data);
+    return joined;
+}
+
+void runMessages(Runtime& rt, int rounds) {
+    for (int i = 0; i < rounds && !rt.platform.desktop.quitPending(); ++i) {
+        PumpMessages(rt);
+        rt.platform.desktop.sleep(1);
+    }
+}
+
+Answer<ProcessInformation> startDirect(Runtime& rt, std::wstring_view program, std::wstring_view arguments) {
+    program = trim(program);
+    // Otherwise the first word of the arguments would be taken for the program.
+    if (program.empty())
+        return Failure{system_code::fileNotFound};
+    ProcessRequest request;
+    request.commandLine.append(program).append(L" ").append(arguments);
+    request.inheritHandles = true;
+    request.creationFlags = normalPriorityClass;
+    return rt.platform.processes.create(request);
+}
+
+void reportRefusedStart(Runtime& rt, std::wstring_view program, SystemCode code) {
+    const bool missing = code == system_code::fileNotFound || code == system_code::pathNotFound;
+    ErrorRecord error = runtimeErrorRecord(missing ? error_number::fileNotFound : error_number::invalidCall);
+    const std::wstring text = L"Fehler beim Start Externes Programm\n" + std::wstring(program);
+    AskErrorMsg(rt, error, TranslateText(text), TranslateText(L"Start Exe"));
+}
+
+void startByShell(Runtime& rt, const std::wstring& program, const std::wstring& arguments) {
+    const SystemCode code = trim(program).empty()
+                                ? system_code::fileNotFound
+                                : shellStart(rt, programFile(rt, program), trim(program + L" " + arguments),
+                                             window_style::normalFocus);
+    if (code != 0 && IsDesign(rt)) {
+        reportRefusedStart(rt, program, code);
+        return;
+    }
+    runMessages(rt, roundsForAFirstWindow);
+}
+
+void mark(Runtime& rt, bool running, std::wstring name) {
+    MarkExternalProgram(rt, running, true, name);
+}
+
+void giveFocusBack(Runtime& rt, WindowHandle activeBefore) {
+    Desktop& desktop = rt.platform.desktop;
+    for (const WindowHandle window : {desktop.activeForm(), activeBefore}) {
+        if (!desktop.isWindow(window))
+            continue;
+        desktop.setFocus(window);
+        return;
+    }
+}
+
+void startAndWait(Runtime& rt, const std::wstring& program, std::wstring_view arguments, WindowHandle window,
+                  WindowHandle activeBefore) {
+    mark(rt, true, program);
+    Answer<ProcessInformation> child = startDirect(rt, program, arguments);
+    if (window != WindowHandle::none) {
+        runMessages(rt, roundsBeforeRepainting);
+        // The window may have been closed meanwhile.
+        if (rt.platform.desktop.isWindow(window))
+            rt.platform.desktop.redraw(window);
+        PumpMessages(rt);
+    }
+    if (child)
+        WaitForProcessEnd(rt, *child);
+    mark(rt, false, {});
+    giveFocusBack(rt, activeBefore);
+}
+
+} // namespace
+
+std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ignored*/,
+                       std::wstring& arguments, std::wstring_view dataText, bool wait,
+                       std::wstring& programPart, bool compose, WindowHandle window, bool direct) {
+    std::wstring path(program);
+    splitBehindExe(path, arguments, programPart);
+    path = lowerCase(path);
+    const WindowHandle activeBefore = rt.platform.desktop.activeWindow();
+    const std::wstring commandArguments =
+        compose ? MakeProgramDataKey(arguments, dataText) : joinedArguments(arguments, dataText);
+    if (upperCase(GetFileName(path, false)) == L"KELVAR.EXE")
+        path = GetDruckEXE(rt);
+
+    if (wait) {
+        startAndWait(rt, path, commandArguments, window, activeBefore);
+    } else if (direct) {
+        const Answer<ProcessInformation> child = startDirect(rt, path, commandArguments);
+        if (!child)
+            return 0;
+        rt.platform.processes.close(child->thread);
+        return static_cast<std::intptr_t>(child->process);
+    } else {
+        startByShell(rt, path, commandArguments);
+    }
+    return direct ? 0 : -1;
+}
+
+} // namespace tarv

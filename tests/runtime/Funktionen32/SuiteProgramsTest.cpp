@@ -1,0 +1,58 @@
+#include "runtime/Funktionen32/SuitePrograms.h"
+
+#include "runtime/Runtime.h"
+#include "tests/support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace tarv {
+namespace {
+
+struct SuitePrograms : testing::Test {
+    FakePlatform fake;
+    Runtime rt{fake.border};
+
+    SuitePrograms() {
+        fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\Q_Machine.ini",
+                           L"[Directories]\r\nPROGRAMM=P:\\Suite\r\n");
+    }
+};
+
+TEST_F(SuitePrograms, PathComesFromTheConfiguredFolder) {
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"D:\\old\\Kelvar.Net.exe", L"P:\\Suite\\DotNet\\Kelvar.Net.exe"},
+        {L"raumbuch.NET.EXE", L"P:\\Suite\\DotNet\\raumbuch.NET.EXE"},
+        {L"D:\\old\\Kelvar.exe", L"P:\\Suite\\Kelvar.exe"},
+        {L"a.exe", L"P:\\Suite\\a.exe"},
+        {L"x.com", L"x.com"},
+        {L".exe", L".exe"},
+        {L"", L""},
+    };
+    for (const auto& [program, path] : cases)
+        EXPECT_EQ(GetEXEmitPfad(rt, program), path) << program;
+}
+
+TEST_F(SuitePrograms, PrintProgramFollowsTheConfiguration) {
+    constexpr const wchar_t* net = L"P:\\Suite\\DotNet\\Kelvar.Net.exe";
+    constexpr const wchar_t* vb6 = L"P:\\Suite\\kelvar6.exe";
+    const struct {
+        const wchar_t* entry;
+        std::int32_t answer;
+        const wchar_t* path;
+    } cases[] = {{L"vb6", 0, vb6},    {L"NET", 0, net},    {L"Cobol", 0, net}, {L"", 0, net},
+                 {L"Choose", 6, net}, {L"CHOOSE", 7, vb6}, {L"CHOOSE", 0, net}};
+    for (const auto& c : cases) {
+        fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\nPROGRAMM=" + std::wstring(c.entry));
+        fake.desktop.answers = {c.answer};
+        EXPECT_EQ(GetDruckEXE(rt), c.path) << c.entry << c.answer;
+    }
+    const ShownMessageBox question{
+        L"GetDruckEXE: \r\nDer aktuelle INI-Eintrag ist: [DRUCKOPT] PROGRAMM=CHOOSE \r\n"
+        L"Soll die DotNetDruckvariante gestartet werden press <yes>.\r\n"
+        L"Für VB6-Druckvariante press <no>",
+        L"Auswahl Druckvariante NET or VB6", 4132};
+    EXPECT_EQ(fake.desktop.boxes, std::vector<ShownMessageBox>(3, question));
+}
+
+} // namespace
+} // namespace tarv
