@@ -9,6 +9,7 @@
 #include "runtime/Runtime.h"
 #include "shell/MainMenu.h"
 #include "shell/Placement.h"
+#include "shell/SupportActions.h"
 #include "shell/frmLokaleIP.h"
 #include "ui/MessageLoop.h"
 #include "ui/Redraw.h"
@@ -167,6 +168,12 @@ void frmMain::onCommand(int id, int /*notification*/) {
         break;
     case ID_mnuSupportIPAdresse:
         mnuSupportIPAdresse_Click();
+        break;
+    case ID_mnuSupportDienst:
+        openServicesConsole(rt_);
+        break;
+    case ID_mnuSupportView:
+        startRemoteMaintenance(rt_);
         break;
     default:
         break;

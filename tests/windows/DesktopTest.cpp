@@ -64,10 +64,12 @@ protected:
 
 TEST_F(DesktopTest, QuitStopsThePumpAndIsPostedAgain) {
     PostMessageW(window, counted, 0, 0);
+    EXPECT_FALSE(desktop.quitPending());
     PostQuitMessage(7);
     for (int again = 0; again < 3; ++again) {
         desktop.pumpMessages();
         EXPECT_EQ(arrived, 1);
+        EXPECT_TRUE(desktop.quitPending());
     }
     MSG message;
     ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));

@@ -69,16 +69,18 @@ TEST_F(Starter, CommandLineIsMadeOfProgramArgumentsAndData) {
 TEST_F(Starter, FullPathMeansThatVeryFile) {
     fake.disk.addFile(L"C:\\P\\exakt", "MZ");
     fake.disk.addFolder(L"C:\\P\\Ordner");
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {{L"C:\\P\\exakt", L"C:\\P\\exakt"},
-                                                               {L"C:\\P\\Ordner", L"C:\\P\\Ordner.exe"},
-                                                               {L"C:\\P\\a.com", L"C:\\P\\a.com"},
-                                                               {L"c:/p/a", L"c:/p/a.exe"},
-                                                               {L"C:\\", L"C:\\"},
-                                                               {L"C:", L""},
-                                                               {L"\\P\\a.exe", L""},
-                                                               {L"P\\a.exe", L""},
-                                                               {L"\"C:\\P\\a.exe\"", L""},
-                                                               {L"", L""}};
+    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+        {L"C:\\P\\exakt", L"C:\\P\\exakt"},
+        {L"C:\\P\\Ordner", L"C:\\P\\Ordner.exe"},
+        {L"C:\\P\\a.com", L"C:\\P\\a.com"},
+        {L"c:/p/a", L"c:/p/a.exe"},
+        {L"C:\\", L"C:\\"},
+        {L"C:", L""},
+        {L"\\P\\a.exe", L""},
+        {L"P\\a.exe", L""},
+        {L"\"C:\\P\\a.exe\"", L""},
+        {L"", L""},
+    };
     for (const auto& [program, file] : cases)
         EXPECT_EQ(programFile(rt, program), file) << program;
 }
