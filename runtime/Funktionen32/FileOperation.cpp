@@ -1,0 +1,174 @@
+#include "runtime/Funktionen32/FileOperation.h"
+
+#include "platform/Desktop.h"
+#include "platform/FileStore.h"
+#include "platform/Platform.h"
+#include "platform/ShellOperations.h"
+#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/Existence.h"
+#include "runtime/Funktionen32/Numbers.h"
+#include "runtime/Funktionen32/Paths.h"
+#include "runtime/ModRkIni.h"
+#include "runtime/Runtime.h"
+#include "runtime/RuntimeError.h"
+
+#include <string>
+#include <vector>
+
+namespace tarv {
+namespace {
+
+constexpr std::int32_t multipleTargets = 1;
+constexpr std::int32_t noProgress = 4;
+constexpr std::int32_t noConfirmation = 16;
+constexpr std::int32_t noFolderQuestion = 512;
+constexpr std::int32_t noErrorWindow = 1024;
+
+/// Number of the routine's own failures.
+constexpr std::int32_t ownFailure = -1;
+
+/// A result that counts as success beside 0.
+constexpr std::int32_t alsoSuccess = 7;
+
+constexpr std::wstring_view nul(L"\0", 1);
+
+struct Job {
+    std::vector<std::wstring> sources;
+    std::vector<std::wstring> targets;
+    ShellFileRequest request;
+    bool checksArrival = false;
+};
+
+ErrorRecord failed(std::int32_t number) {
+    return {number, L"Datei-Operation fehlgeschlagen", {}};
+}
+
+/// The members of a list. An empty one would end the shell's list before its time.
+std::vector<std::wstring> members(std::wstring_view list) {
+    std::vector<std::wstring> result;
+    while (!list.empty()) {
+        const auto end = list.find(L'\0');
+        if (const auto member = list.substr(0, end); !member.empty())
+            result.emplace_back(member);
+        list.remove_prefix(end == list.npos ? list.size() : end + 1);
+    }
+    return result;
+}
+
+std::wstring shellList(const std::vector<std::wstring>& paths) {
+    std::wstring list;
+    for (const std::wstring& path : paths)
+        list.append(path).append(nul);
+    return list.append(paths.empty() ? 2 : 1, L'\0');
+}
+
+bool isFolder(Runtime& rt, std::wstring_view path) {
+    return (rt.platform.files.attributes(path).valueOr(0) & attribute::directory) != 0;
+}
+
+/// Whether the sources go into the one target, seen when they have arrived.
+bool targetIsFolder(Runtime& rt, const Job& job, bool wasFolder) {
+    if (job.targets.size() != 1)
+        return false;
+    if (job.sources.size() > 1 || wasFolder)
+        return true;
+    // A single folder whose target was not there has become the target.
+    return isFolder(rt, job.targets[0]) && !isFolder(rt, job.sources[0]);
+}
+
+/// The name under which a source arrives in a folder; a folder may be written with a "\" behind it.
+std::wstring arrivalName(std::wstring_view source) {
+    while (source.ends_with(L'\\'))
+        source.remove_suffix(1);
+    return GetFileName(source, false);
+}
+
+ErrorRecord checkArrival(Runtime& rt, const Job& job, bool targetWasFolder) {
+    const bool intoFolder = targetIsFolder(rt, job, targetWasFolder);
+    for (std::size_t i = 0; i < job.sources.size(); ++i) {
+        if (!intoFolder && i >= job.targets.size())
+            return runtimeErrorRecord(error_number::subscriptOutOfRange);
+        const std::wstring expected =
+            intoFolder ? AddBackslash(job.targets[0]) + arrivalName(job.sources[i]) : job.targets[i];
+        if (!Uexist(rt, expected, isFolder(rt, job.sources[i])))
+            return failed(ownFailure);
+    }
+    return {};
+}
+
+/// One run through the shell. Number 0 when it is done and everything has arrived.
+ErrorRecord run(Runtime& rt, const Job& job) {
+    if (job.sources.empty())
+        return failed(ownFailure);
+    const bool targetWasFolder = job.checksArrival && job.targets.size() == 1 && isFolder(rt, job.targets[0]);
+    const ShellFileResult result = rt.platform.shell.fileOperation(job.request);
+    if (result.code != 0 && result.code != alsoSuccess)
+        return failed(result.code);
+    if (result.aborted)
+        return {ownFailure, L"Abbruch durch den Benutzer", {}};
+    return job.checksArrival ? checkArrival(rt, job, targetWasFolder) : ErrorRecord{};
+}
+
+std::wstring_view operationName(std::int32_t operation) {
+    switch (operation) {
+    case file_operation::move:
+        return L"Verschieben";
+    case file_operation::copy:
+        return L"Kopieren";
+    case file_operation::remove:
+        return L"Löschen";
+    case file_operation::rename:
+        return L"Umbenennen";
+    default:
+        return {};
+    }
+}
+
+std::wstring forDisplay(std::wstring_view list) {
+    std::wstring text(list);
+    ReplaceAll(text, nul, L" ; ", CompareMode::binary);
+    return text;
+}
+
+bool userWantsRetry(Runtime& rt, std::int32_t operation, std::wstring_view source, std::wstring_view target,
+                    ErrorRecord& error) {
+    const std::wstring location =
+        L"\n\r\nQuelle: " + forDisplay(source) + L"\r\nZiel:     " + forDisplay(target);
+    const std::wstring heading = TranslateText(
+        std::wstring(L"Fehler beim ").append(operationName(operation)).append(L" von Dateien..."));
+    const std::wstring extra = heading + L"   " + StripRibbonSuffix(ProgramName(rt));
+    return AskErrorMsg(rt, error, location, extra) == message_box::answerRetry;
+}
+
+Job prepared(std::int32_t operation, std::wstring_view source, std::wstring_view target, std::int32_t flags) {
+    Job job{members(source), members(target), {}, false};
+    if (job.targets.size() > 1)
+        flags |= multipleTargets;
+    job.request = {static_cast<std::uint32_t>(operation), shellList(job.sources), shellList(job.targets),
+                   static_cast<std::uint16_t>(flags)};
+    job.checksArrival = operation == file_operation::copy && source.find_first_of(L"*?") == source.npos;
+    return job;
+}
+
+} // namespace
+
+bool FileOperation(Runtime& rt, std::int32_t operation, std::wstring_view source, std::wstring_view target,
+                   bool confirm, bool quiet, std::int32_t flags, bool silent, ErrorRecord& error) {
+    // New folders are made without asking, whatever the caller wants.
+    flags |= noFolderQuestion;
+    if (!confirm)
+        flags |= noConfirmation;
+    if (quiet)
+        flags |= noErrorWindow;
+    if (silent)
+        flags |= noProgress;
+    const Job job = prepared(operation, source, target, flags);
+    do {
+        error = run(rt, job);
+        if (error.number == 0)
+            return true;
+    } while (!quiet && userWantsRetry(rt, operation, source, target, error));
+    return false;
+}
+
+} // namespace tarv

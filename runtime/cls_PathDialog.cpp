@@ -1,0 +1,35 @@
+#include "runtime/cls_PathDialog.h"
+
+#include "platform/Platform.h"
+#include "platform/ShellOperations.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/Runtime.h"
+
+namespace tarv {
+namespace {
+
+/// BIF_RETURNONLYFSDIRS
+constexpr std::uint32_t fileSystemFoldersOnly = 1;
+
+/// Handles have 32 significant bits; the system extends them by their sign.
+WindowHandle windowOf(std::int32_t handle) {
+    return static_cast<WindowHandle>(static_cast<std::intptr_t>(handle));
+}
+
+} // namespace
+
+void cls_PathDialog::StartPathDialog() {
+    ShellOperations& shell = rt_.platform.shell;
+    const WindowHandle owner = owner_ != 0 ? windowOf(owner_) : shell.desktopWindow();
+    const auto folder = shell.browseForFolder({owner, title_, fileSystemFoldersOnly});
+    cancelled_ = !folder;
+    chosen_ = folder ? std::wstring(untilNul(*folder)) : std::wstring();
+}
+
+const std::wstring& cls_PathDialog::sDriveDir() {
+    if (!chosen_.ends_with(L'\\'))
+        chosen_ += L'\\';
+    return chosen_;
+}
+
+} // namespace tarv
