@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -13,7 +15,9 @@ namespace tarv {
 /// made before the call that shows the dialog, and joined behind it.
 class DialogAnswer {
 public:
-    explicit DialogAnswer(WORD button) : user_([this, button] { answer(button); }) {}
+    /// `before` does what the user does in the open dialog before he presses the button.
+    explicit DialogAnswer(WORD button, std::function<void(HWND)> before = {})
+        : before_(std::move(before)), user_([this, button] { answer(button); }) {}
     ~DialogAnswer() { join(); }
 
     void join() {
@@ -57,9 +61,13 @@ private:
         owner = GetWindow(dialog, GW_OWNER);
         takeText(dialog, reinterpret_cast<LPARAM>(this));
         EnumChildWindows(dialog, takeText, reinterpret_cast<LPARAM>(this));
+        if (before_) {
+            before_(dialog);
+        }
         PostMessageW(dialog, WM_COMMAND, button, 0);
     }
 
+    std::function<void(HWND)> before_;
     std::thread user_;
 };
 
