@@ -14,37 +14,32 @@ struct SuitePrograms : testing::Test {
 
     SuitePrograms() {
         fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\Q_Machine.ini",
-                           L"[Directories]\r\nPROGRAMM=P:\\Suite\r\n");
+                           L"[Directories]\r\nPROGRAMM=P:\\\r\n");
     }
 };
 
 TEST_F(SuitePrograms, PathComesFromTheConfiguredFolder) {
     const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"D:\\old\\Kelvar.Net.exe", L"P:\\Suite\\DotNet\\Kelvar.Net.exe"},
-        {L"raumbuch.NET.EXE", L"P:\\Suite\\DotNet\\raumbuch.NET.EXE"},
-        {L"D:\\old\\Kelvar.exe", L"P:\\Suite\\Kelvar.exe"},
-        {L"a.exe", L"P:\\Suite\\a.exe"},
+        {L"D:\\old\\Kelvar.Net.exe", L"P:\\DotNet\\Kelvar.Net.exe"},
+        {L"raumbuch.NET.EXE", L"P:\\DotNet\\raumbuch.NET.EXE"},
+        {L"D:\\old\\Kelvar.exe", L"P:\\Kelvar.exe"},
+        {L"a.exe", L"P:\\a.exe"},
         {L"x.com", L"x.com"},
-        {L".exe", L".exe"},
-        {L"", L""},
-    };
+        {L".exe", L".exe"}};
     for (const auto& [program, path] : cases)
         EXPECT_EQ(GetEXEmitPfad(rt, program), path) << program;
 }
 
 TEST_F(SuitePrograms, PrintProgramFollowsTheConfiguration) {
-    constexpr const wchar_t* net = L"P:\\Suite\\DotNet\\Kelvar.Net.exe";
-    constexpr const wchar_t* vb6 = L"P:\\Suite\\kelvar6.exe";
-    const struct {
-        const wchar_t* entry;
-        std::int32_t answer;
-        const wchar_t* path;
-    } cases[] = {{L"vb6", 0, vb6},    {L"NET", 0, net},    {L"Cobol", 0, net}, {L"", 0, net},
-                 {L"Choose", 6, net}, {L"CHOOSE", 7, vb6}, {L"CHOOSE", 0, net}};
-    for (const auto& c : cases) {
-        fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\nPROGRAMM=" + std::wstring(c.entry));
-        fake.desktop.answers = {c.answer};
-        EXPECT_EQ(GetDruckEXE(rt), c.path) << c.entry << c.answer;
+    constexpr const wchar_t* net = L"P:\\DotNet\\Kelvar.Net.exe";
+    constexpr const wchar_t* vb6 = L"P:\\kelvar6.exe";
+    const std::tuple<std::wstring, std::int32_t, const wchar_t*> cases[] = {
+        {L"vb6", 0, vb6},    {L"NET", 0, net},    {L"Cobol", 0, net}, {L"", 0, net},
+        {L"Choose", 6, net}, {L"CHOOSE", 7, vb6}, {L"CHOOSE", 0, net}};
+    for (const auto& [entry, answer, path] : cases) {
+        fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\nPROGRAMM=" + entry);
+        fake.desktop.answers = {answer};
+        EXPECT_EQ(GetDruckEXE(rt), path) << entry << answer;
     }
     const ShownMessageBox question{
         L"GetDruckEXE: \r\nDer aktuelle INI-Eintrag ist: [DRUCKOPT] PROGRAMM=CHOOSE \r\n"
