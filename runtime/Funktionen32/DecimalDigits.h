@@ -5,8 +5,7 @@
 
 namespace tarv {
 
-/// A double in decimal: `digits` * 10^`exponent`. Zero has digits 0, exponent 0 and no sign; every other
-/// number has exactly 15 digits.
+/// A double in decimal: `digits` * 10^`exponent`. Zero has no sign.
 struct DecimalDigits {
     bool negative = false;
     std::uint64_t digits = 0;
@@ -15,8 +14,8 @@ struct DecimalDigits {
 
 inline constexpr int significantDigits = 15;
 
-/// The 15 significant digits of a number, rounded half away from zero from its exact value. Raises overflow
-/// (6) for what is no finite number.
+/// A number in 15 significant digits (zero: digits 0, exponent 0), rounded half away from zero from its exact
+/// value. Raises overflow (6) for what is no finite number.
 DecimalDigits decimalDigits(double number);
 
 /// The double nearest to `digits` * 10^`exponent` (decimal digits only), half to even; infinity where a

@@ -28,16 +28,20 @@ struct Separators {
     bool isThousands(wchar_t c) const { return thousands != L'\0' && c == thousands; }
 };
 
+/// 0.1 and -2000.
+constexpr DecimalDigits tenth{false, 1, -1};
+constexpr DecimalDigits minusTwoThousand{true, 2, 3};
+
 /// Formatted numbers tell the separators. Where there is no thousands separator, its place shows a digit.
 Separators discoverSeparators(Runtime& rt) {
     constexpr Picture onePlace = picture(L"#.0");
     constexpr Picture grouped = picture(L"#0,000.0");
     const NumberFormat format = numberFormat(rt);
-    TextBuffer tenth;
-    appendFormatted(tenth, 0.1, onePlace, format);
+    TextBuffer fraction;
+    appendFormatted(fraction, tenth, onePlace, format);
     TextBuffer thousands;
-    appendFormatted(thousands, -2000, grouped, format);
-    Separators found{tenth.view()[0], thousands.view()[2]};
+    appendFormatted(thousands, minusTwoThousand, grouped, format);
+    Separators found{fraction.view()[0], thousands.view()[2]};
     if (isDigit(found.thousands) || found.thousands == found.decimal)
         found.thousands = L'\0';
     return found;
@@ -86,8 +90,11 @@ void askWhyEnglish(Runtime& rt, std::wstring_view number) {
 /// Brings a number text to "." as decimal point. What looks unequal here between the conventions is meant so.
 void normaliseSeparators(Runtime& rt, TextBuffer& number, const Separators& separators) {
     const auto [decimal, thousands] = separators;
-    if (thousands != L'\0' && number.contains(decimal) && number.contains(thousands)) {
-        if (number.find(thousands) < number.find(decimal)) {
+    const std::size_t none = number.size();
+    const std::size_t firstDecimal = number.find(decimal);
+    const std::size_t firstThousands = thousands != L'\0' ? number.find(thousands) : none;
+    if (firstDecimal != none && firstThousands != none) {
+        if (firstThousands < firstDecimal) {
             number.removeAll(thousands);
         } else {
             if (bIstEntwicklung(rt))

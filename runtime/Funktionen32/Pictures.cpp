@@ -2,7 +2,6 @@
 
 #include "platform/Platform.h"
 #include "platform/RegionalSettings.h"
-#include "runtime/Funktionen32/DecimalDigits.h"
 #include "runtime/Runtime.h"
 
 #include <algorithm>
@@ -58,9 +57,13 @@ NumberFormat numberFormat(Runtime& rt) {
 }
 
 void appendFormatted(TextBuffer& text, double number, const Picture& picture, const NumberFormat& format) {
-    const DecimalDigits decimal = decimalDigits(number);
-    const Places digits(decimal, picture.mostPlaces);
-    if (decimal.negative && !digits.zero())
+    appendFormatted(text, decimalDigits(number), picture, format);
+}
+
+void appendFormatted(TextBuffer& text, const DecimalDigits& number, const Picture& picture,
+                     const NumberFormat& format) {
+    const Places digits(number, picture.mostPlaces);
+    if (number.negative && !digits.zero())
         text.append(L'-');
     for (int place = std::max(picture.wholeDigits, digits.whole()) - 1; place >= 0; --place) {
         text.append(digits.at(place));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/Funktionen32/DecimalDigits.h"
 #include "runtime/Funktionen32/TextBuffer.h"
 
 #include <string_view>
@@ -50,5 +51,9 @@ constexpr Picture picture(std::wstring_view text) {
 /// Appends a number formatted with a picture: of its 15 significant digits, half away from zero. The sign
 /// stands in front; what rounds to zero has none. Raises overflow (6) for what is no finite number.
 void appendFormatted(TextBuffer& text, double number, const Picture& picture, const NumberFormat& format);
+
+/// The same for a number that is known in decimal.
+void appendFormatted(TextBuffer& text, const DecimalDigits& number, const Picture& picture,
+                     const NumberFormat& format);
 
 } // namespace tarv
