@@ -1,0 +1,84 @@
+// start_bench.exe BARE PROGRAM: time from CreateProcess to the first complete paint of the window, both programs by
+// turns, and the largest working set each had by then.
+#include "bench/Stopwatch.h"
+
+#include <windows.h>
+#include <psapi.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+namespace {
+
+using namespace tarv::bench;
+
+struct Start {
+    double microseconds = 0;
+    double peakKilobytes = 0;
+};
+
+/// Painted: shown, nothing left to draw, and its message loop answers.
+bool isPainted(HWND window) {
+    DWORD_PTR ignored = 0;
+    return window && IsWindowVisible(window) && !GetUpdateRect(window, nullptr, FALSE) &&
+           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &ignored);
+}
+
+/// Zero time when the window does not appear within ten seconds.
+Start startOnce(const wchar_t* program, const wchar_t* windowClass) {
+    std::wstring line = L"\"" + std::wstring(program) + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    const double begun = microseconds();
+    if (!CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+        return {};
+    Start result;
+    HWND window = nullptr;
+    while (result.microseconds == 0 && microseconds() - begun < 10e6) {
+        window = FindWindowW(windowClass, nullptr);
+        if (isPainted(window))
+            result.microseconds = microseconds() - begun;
+        else
+            Sleep(0);
+    }
+    PROCESS_MEMORY_COUNTERS memory{};
+    if (GetProcessMemoryInfo(process.hProcess, &memory, sizeof memory))
+        result.peakKilobytes = static_cast<double>(memory.PeakWorkingSetSize) / 1024;
+    if (window)
+        PostMessageW(window, WM_CLOSE, 0, 0);
+    if (WaitForSingleObject(process.hProcess, 5000) != WAIT_OBJECT_0)
+        TerminateProcess(process.hProcess, 1);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return result;
+}
+
+} // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    if (count != 3)
+        return 2;
+    constexpr int rounds = 15;
+    std::vector<double> bareTimes, ourTimes, bareMemory, ourMemory;
+    for (int round = 0; round <= rounds; ++round) {
+        const Start bare = startOnce(arguments[1], L"BareWindow");
+        const Start ours = startOnce(arguments[2], L"frmMain");
+        if (bare.microseconds == 0 || ours.microseconds == 0) {
+            std::puts("a window did not appear");
+            return 1;
+        }
+        if (round == 0)
+            continue; // the first start reads the files from disk
+        bareTimes.push_back(bare.microseconds);
+        ourTimes.push_back(ours.microseconds);
+        bareMemory.push_back(bare.peakKilobytes);
+        ourMemory.push_back(ours.peakKilobytes);
+    }
+    std::printf("start to first paint: program %.1f ms, bare window %.1f ms, ratio %.2f\n", median(ourTimes) / 1000,
+                median(bareTimes) / 1000, median(ourTimes) / median(bareTimes));
+    std::printf("peak memory:          program %.0f KB, bare window %.0f KB, ratio %.2f\n", median(ourMemory),
+                median(bareMemory), median(ourMemory) / median(bareMemory));
+    return 0;
+}
