@@ -39,8 +39,11 @@ void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
 class StarterProcesses : public testing::Test {
 protected:
     StarterProcesses() {
+        // A 32-bit system has no such folder of its own.
+        CreateDirectoryW(L"C:\\Program Files (x86)", nullptr);
         CreateDirectoryW(program.folder.c_str(), nullptr);
         ticks = 0;
+        onTick = nullptr;
         timer = SetTimer(nullptr, 0, 10, tick);
     }
     ~StarterProcesses() override {
