@@ -1,13 +1,17 @@
 #include "runtime/Funktionen32/Numbers.h"
 
 #include "runtime/Funktionen32/ErrorDisplay.h"
+#include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Pictures.h"
 #include "runtime/Runtime.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/RandomStart.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
+#include <cwchar>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -15,10 +19,8 @@
 namespace tarv {
 namespace {
 
-struct Settings {
-    const wchar_t* decimal;
-    const wchar_t* thousands;
-};
+/// Decimal and thousands separator.
+using Settings = std::pair<std::wstring_view, std::wstring_view>;
 constexpr Settings german{L",", L"."};
 constexpr Settings english{L".", L","};
 constexpr Settings swiss{L".", L"\u2019"};
@@ -35,7 +37,20 @@ struct Numbers : testing::Test {
     FakePlatform fake;
     Runtime rt{fake.border};
 
-    void use(const Settings& settings) { fake.regional.set(settings.decimal, settings.thousands); }
+    void use(const Settings& settings) { fake.regional.set(settings.first, settings.second); }
+
+    /// Checks ToVal for a table "text=number|text=number ...".
+    void reads(const Settings& settings, std::wstring_view table) {
+        use(settings);
+        while (!table.empty()) {
+            const std::wstring entry(table.substr(0, table.find(L'|')));
+            table.remove_prefix(std::min(entry.size() + 1, table.size()));
+            const auto equals = entry.find(L'=');
+            const std::wstring text = entry.substr(0, equals);
+            EXPECT_EQ(ToVal(rt, text), std::wcstod(&entry[equals + 1], nullptr))
+                << testing::PrintToString(entry) << " under " << testing::PrintToString(settings);
+        }
+    }
 
     Value rounded(Value value, std::int16_t decimals, bool flag = false) {
         return RoundValue(rt, value, decimals, flag);
@@ -43,93 +58,36 @@ struct Numbers : testing::Test {
 };
 
 TEST_F(Numbers, ToValReadsTextsOfBothConventionsUnderAnySettings) {
-    struct Case {
-        Settings settings;
-        const wchar_t* text;
-        double number;
-        const wchar_t* stop = L"";
-    };
-    for (const Case& c : {
-             Case{german, L"", 0},
-             {german, L"1.234,56", 1234.56},
-             {german, L"1,234.56", 1234.56},
-             {german, L"1.234.567,89", 1234567.89},
-             {german, L"1,234,567.8", 1234567.8},
-             {german, L"12,5", 12.5},
-             {german, L"-12,5", -12.5},
-             {german, L"1.234", 1.234},
-             {german, L"1.2.3", 12.3},
-             {german, L"1.234.567", 1234.567},
-             {german, L"1,2,3", 12.3},
-             {german, L"12,5 kg", 12.5},
-             {german, L"1 234,5", 1234.5},
-             {german, L"€ 5", 0},
-             {german, L"--5", 0},
-             {german, L"12;34", 12, L";"},
-             {german, L"12-34", 12, L"-"},
-             {german, L"12,34", 12, L","},
-             {german, L"12,34", 12.34, L",3"},
-             {english, L"1,234.56", 1234.56},
-             {english, L"1.234,56", 1234},
-             {english, L"12,5", 12.5},
-             {english, L"1,234", 1.234},
-             {swiss, L"1\u2019234.50", 1234.5},
-             {swiss, L"1\u2019234", 1},
-             {swiss, L"1'234", 1},
-             {swiss, L"1.234,5", 1234.5},
-             {french, L"1\u00A0234,5", 1234.5},
-             {french, L"1\u00A0234", 1},
-             {french, L"1.234,5", 1234.5},
-             {spaced, L"1 234,5", 1234.5},
-             {spaced, L"1 234", 1234},
-             {spaced, L"1,5", 1.5},
-             {noThousands, L"1.234,56", 1234.56},
-             {noThousands, L"1,234.56", 1234.56},
-             {bothCommas, L"1,234.5", 1234.5},
-             {bothPoints, L"1.234,5", 1234.5},
-             {digitThousands, L"1.555,5", 1555.5},
-             {apostropheDecimal, L"1,234.5", 1234.5},
-             {apostropheDecimal, L"1,2.", 12},
-             {apostropheDecimal, L"1'5", 1},
-             {nothing, L"1,5", 1.5},
-         }) {
-        use(c.settings);
-        EXPECT_EQ(ToVal(rt, c.text, c.stop), c.number)
-            << testing::PrintToString(std::wstring(c.text)) << " under "
-            << testing::PrintToString(std::wstring(c.settings.decimal) + c.settings.thousands);
-    }
+    reads(german, L"=0|1.234,56=1234.56|1,234.56=1234.56|1.234.567,89=1234567.89|1,234,567.8=1234567.8");
+    reads(german, L"12,5=12.5|-12,5=-12.5|1.234=1.234|1.2.3=12.3|1.234.567=1234.567|1,2,3=12.3");
+    reads(german, L"12,5 kg=12.5|1 234,5=1234.5|\u20AC 5=0|--5=0");
+    reads(english, L"1,234.56=1234.56|1.234,56=1234|12,5=12.5|1,234=1.234");
+    reads(swiss, L"1\u2019234.50=1234.5|1\u2019234=1|1'234=1|1.234,5=1234.5");
+    reads(french, L"1\u00A0234,5=1234.5|1\u00A0234=1|1.234,5=1234.5");
+    reads(spaced, L"1 234,5=1234.5|1 234=1234|1,5=1.5");
+    reads(noThousands, L"1.234,56=1234.56|1,234.56=1234.56");
+    reads(bothCommas, L"1,234.5=1234.5");
+    reads(bothPoints, L"1.234,5=1234.5");
+    reads(digitThousands, L"1.555,5=1555.5");
+    reads(apostropheDecimal, L"1,234.5=1234.5|1,2.=12|1'5=1");
+    reads(nothing, L"1,5=1.5");
     EXPECT_TRUE(fake.desktop.boxes.empty()) << "an ordinary user sees no message";
 }
 
 TEST_F(Numbers, ToValReadsScientificNotationRoundedToEightPlaces) {
-    struct Case {
-        const wchar_t* text;
-        double number;
-        const wchar_t* stop = L"";
-    };
     for (const Settings& settings : {german, english, swiss, french, bothPoints}) {
-        use(settings);
-        for (const Case& c : {
-                 Case{L"1,5E3", 1500},
-                 {L"1.5e3", 1500},
-                 {L"-2,5E-3", -0.0025},
-                 {L"1E-9", 0},
-                 {L"1,23456789876E0", 1.2345679},
-                 {L"1E3", 1000, L"0"},
-                 {L"1,234.5E2", 1},
-                 {L"(1+2)E5", 0},
-                 {L"1E300", 1e300},
-                 {L"1E308", 1e308},
-                 {L"1E400", 0},
-                 // None of these is scientific notation.
-                 {L"E5", 0},
-                 {L"12E", 12},
-                 {L"5 E3", 5},
-                 {L"5E3x", 5},
-                 {L"5 Euro", 5},
-             })
-            EXPECT_EQ(ToVal(rt, c.text, c.stop), c.number) << testing::PrintToString(std::wstring(c.text));
+        reads(settings, L"1,5E3=1500|1.5e3=1500|-2,5E-3=-0.0025|1E-9=0|1,23456789876E0=1.2345679");
+        reads(settings, L"1,234.5E2=1|(1+2)E5=0|1E300=1e300|1E308=1e308|1E400=0");
+        // No scientific notation.
+        reads(settings, L"E5=0|12E=12|5 E3=5|5E3x=5|5 Euro=5");
     }
+}
+
+TEST_F(Numbers, TheStopCharacterEndsANumberUnlessItIsScientific) {
+    EXPECT_EQ(ToVal(rt, L"12;34", L";"), 12);
+    EXPECT_EQ(ToVal(rt, L"12-34", L"-"), 12);
+    EXPECT_EQ(ToVal(rt, L"12,34", L",3"), 12.34) << "no single character";
+    EXPECT_EQ(ToVal(rt, L"1E3", L"0"), 1000);
 }
 
 TEST_F(Numbers, DevelopersAreAskedAboutTheOtherConvention) {
@@ -150,98 +108,60 @@ TEST_F(Numbers, ToValTakesAnyTextAndLength) {
 }
 
 TEST_F(Numbers, RoundValueRoundsFromAlmostHalfAwayFromZero) {
-    struct Case {
-        Value value;
-        std::int16_t decimals;
-        Value result;
-    };
     for (const Settings& settings : {german, english, swiss, french, noThousands, bothCommas}) {
         use(settings);
-        for (const Case& c : {
-                 Case{2.345, 2, 2.35},
-                 {-2.345, 2, -2.35},
-                 {2.3449, 2, 2.34},
-                 {1.234995, 2, 1.24},
-                 {1.2349, 2, 1.23},
-                 {0.0001, 0, std::int16_t{0}},
-                 {0.499, 0, 1.0},
-                 {-0.001, 2, 0.0},
-                 {1234567.891, 0, 1234568.0},
-                 {-7.5, -1, -7.5},
-                 {std::int16_t{-3}, 1, -3.0},
-                 {std::int32_t{70000}, 0, 70000.0},
-                 {true, 0, -1.0},
-                 {Empty{}, 1, 0.0},
-                 {Date{2.26}, 1, 2.3},
-                 {1e15, 2, 1e15},
-                 {3.0, 100, 3.0},
-                 // 10^n or the product exceeds a double.
-                 {1e300, 20, 1e300},
-                 {1.5, 400, 1.5},
-             })
-            EXPECT_EQ(rounded(c.value, c.decimals), c.result) << testing::PrintToString(c.value);
+        const std::array<double, 3> amounts[] = {// value, decimals, result
+                                                 {2.345, 2, 2.35},    {-2.345, 2, -2.35}, {2.3449, 2, 2.34},
+                                                 {1.234995, 2, 1.24}, {1.2349, 2, 1.23},  {0.499, 0, 1}};
+        for (const auto& [value, decimals, result] : amounts)
+            EXPECT_EQ(rounded(value, static_cast<std::int16_t>(decimals)), Value(result)) << value;
+        EXPECT_EQ(rounded(1e15, 2), Value(1e15));
+        EXPECT_EQ(rounded(3.0, 100), Value(3.0));
+        EXPECT_EQ(rounded(-7.5, -1), Value(-7.5));
     }
+    EXPECT_EQ(rounded(0.0001, 0), Value(std::int16_t{0}));
+    EXPECT_EQ(rounded(std::int16_t{-3}, 1), Value(-3.0));
+    EXPECT_EQ(rounded(true, 0), Value(-1.0));
+    EXPECT_EQ(rounded(Empty{}, 1), Value(0.0));
+    EXPECT_EQ(rounded(Date{2.26}, 1), Value(2.3));
+    // 10^n or the product exceeds a double.
+    EXPECT_EQ(rounded(1e300, 20), Value(1e300));
+    EXPECT_EQ(rounded(1.5, 400), Value(1.5));
 }
 
 TEST_F(Numbers, RoundValueReadsTextByTheSettings) {
-    struct Case {
-        Settings settings;
-        const wchar_t* text;
-        Value result;
-    };
-    const auto unchanged = [](const wchar_t* text) { return Value(std::wstring(text)); };
-    for (const Case& c : {
-             Case{german, L" 1.234,567 ", 1234.57},
-             {german, L"- 1,5E2", -150.0},
-             {german, L"2,5-", -2.5},
-             {german, L"1.23", 123.0},
-             {english, L"1,234.567", 1234.57},
-             {french, L"1\u00A0234,567", 1234.57},
-             {bothPoints, L"1.5", 1.5},
-             {german, L"12 kg", unchanged(L"12 kg")},
-             {german, L"12 34", unchanged(L"12 34")},
-             {german, L"1,2,3", unchanged(L"1,2,3")},
-             {german, L".5", unchanged(L".5")},
-             {german, L"1E", unchanged(L"1E")},
-             {german, L"1E400", unchanged(L"1E400")},
-             {german, L" ", unchanged(L" ")},
-             {german, L",", unchanged(L",")},
-         }) {
-        use(c.settings);
-        EXPECT_EQ(rounded(std::wstring(c.text), 2), c.result) << testing::PrintToString(std::wstring(c.text));
-    }
+    const auto readAs = [this](const wchar_t* text) { return rounded(std::wstring(text), 2); };
+    EXPECT_EQ(readAs(L" 1.234,567 "), Value(1234.57));
+    EXPECT_EQ(readAs(L"- 1,5E2"), Value(-150.0));
+    EXPECT_EQ(readAs(L"2,5-"), Value(-2.5));
+    EXPECT_EQ(readAs(L"1.23"), Value(123.0));
+    for (const wchar_t* text : {L"12 kg", L"12 34", L"1,2,3", L".5", L"1E", L"1E400", L" ", L","})
+        EXPECT_EQ(readAs(text), Value(std::wstring(text)));
+    use(french);
+    EXPECT_EQ(readAs(L"1\u00A0234,567"), Value(1234.57));
+    use(bothPoints);
+    EXPECT_EQ(readAs(L"1.5"), Value(1.5));
 }
 
 TEST_F(Numbers, RoundValueSnapsOnlyWithAThirdDecimal) {
-    struct Case {
-        double value;
-        std::int16_t decimals;
-        double result;
-        bool flagLeft;
-    };
-    for (const Settings& settings : {german, english}) {
-        use(settings);
-        for (const Case& c : {
-                 Case{12.991, 2, 12.99 + 0.01, true},
-                 {12.99, 2, 12.99, false},
-                 {13.008, 2, 13.01 - 0.01, true},
-                 {13.01, 2, 13.01, false},
-                 {0.012, 2, 0, true},
-                 {-12.991, 2, -12.99 + 0.01, true},
-                 {-13.008, 2, -13.01 - 0.01, true},
-                 {12.345, 2, 12.35, true},
-                 {12.9911, 3, 12.991, true},
-                 {12.5, 0, 13, false},
-                 {0, 0, 0, false},
-             }) {
-            Value value = c.value;
+    const auto snapped = [this](double number, std::int16_t decimals, double expected, bool expectedFlag) {
+        for (const Settings& settings : {german, english}) {
+            use(settings);
+            Value value = number;
             bool flag = true;
-            const Value result = RoundValue(rt, value, c.decimals, flag);
-            EXPECT_EQ(result, c.value == 0 ? Value(std::int16_t{0}) : Value(c.result)) << c.value;
-            EXPECT_EQ(flag, c.flagLeft) << c.value;
-            EXPECT_EQ(value, Value(c.value)) << "the value is not written back";
+            EXPECT_EQ(RoundValue(rt, value, decimals, flag), Value(expected)) << number;
+            EXPECT_EQ(flag, expectedFlag) << number;
+            EXPECT_EQ(value, Value(number)) << "the value is not written back";
         }
-    }
+    };
+    snapped(12.991, 2, 12.99 + 0.01, true);
+    snapped(13.008, 2, 13.01 - 0.01, true);
+    snapped(-12.991, 2, -12.99 + 0.01, true);
+    snapped(-13.008, 2, -13.01 - 0.01, true);
+    snapped(12.345, 2, 12.35, true);
+    snapped(12.9911, 3, 12.991, true);
+    snapped(12.99, 2, 12.99, false);
+    snapped(12.5, 0, 13, false);
 }
 
 TEST_F(Numbers, RoundValueReportsItsErrorsInTheDevelopmentEnvironmentOnly) {
@@ -249,25 +169,25 @@ TEST_F(Numbers, RoundValueReportsItsErrorsInTheDevelopmentEnvironmentOnly) {
     display->answers(L"ErrorMsg", Empty{});
     fake.automation.provide(errorDisplayProgId, display);
     Runtime developing(fake.border, true);
-    bool flag = true;
-    const Value infinite = std::numeric_limits<double>::infinity();
-    for (Value value :
-         {Value(std::wstring(L"1a")), Value(std::wstring()), Value(Null{}), Value(Missing{}), infinite}) {
-        const bool becomesZero = value == Value(Null{}) || value == Value(std::wstring());
-        const Value expected = becomesZero ? Value(std::int16_t{0}) : value;
-        Value again = value;
+    const Value zero = std::int16_t{0};
+    const Value text = std::wstring(L"1a");
+    const std::array<Value, 2> cases[] = {
+        {text, text}, {std::wstring(), zero}, {Null{}, zero}, {Missing{}, Missing{}}};
+    for (const auto& [given, expected] : cases) {
+        bool flag = true;
+        Value value = given;
         EXPECT_EQ(RoundValue(rt, value, 2, flag), expected);
         EXPECT_EQ(value, expected);
-        EXPECT_TRUE(fake.automation.log.empty());
-        if (value == infinite)
-            break;
-        RoundValue(developing, again, 2, flag);
+        EXPECT_TRUE(flag && fake.automation.log.empty());
+        value = given;
+        RoundValue(developing, value, 2, flag);
         ASSERT_FALSE(fake.automation.log.empty());
-        const std::wstring shownValue = again == Value(std::wstring(L"1a")) ? L"1a" : L"";
-        EXPECT_EQ(fake.automation.log.back().arguments[1], Value(L"beim Runden der Zahl:" + shownValue));
+        EXPECT_EQ(fake.automation.log.back().arguments[1],
+                  Value(L"beim Runden der Zahl:" + invariantText(given)));
         fake.automation.log.clear();
     }
-    EXPECT_TRUE(flag);
+    const Value infinite = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(rounded(infinite, 2), infinite);
 }
 
 TEST_F(Numbers, RoundingIsSymmetricStableAndAgreesWithWholeNumbers) {
@@ -302,20 +222,11 @@ TEST_F(Numbers, FormattedAmountsReadBackUnderTheirSettings) {
 }
 
 TEST_F(Numbers, EveryBuildComputesTheSameBits) {
-    struct Case {
-        double value;
-        std::int16_t decimals;
-        double result;
-    };
-    for (const Case& c : {
-             Case{0x1.0p-1074, 5, 0},
-             {1.0 / 3, 9, 0x1.5555554f9b516p-2},
-             {2.0 / 3 * 1e9, 4, 0x1.3de435555566dp+29},
-             {1234567.8949999, 3, 0x1.2d687e51eb852p+20},
-             {0x1.fffffffffffffp+40, 2, 0x1p+41},
-             {8.0e15 + 1, 1, 0x1.c6bf526340000p+52},
-         })
-        EXPECT_EQ(rounded(c.value, c.decimals), Value(c.result)) << c.value;
+    EXPECT_EQ(rounded(0x1.0p-1074, 5), Value(0.0));
+    EXPECT_EQ(rounded(1.0 / 3, 9), Value(0x1.5555554f9b516p-2));
+    EXPECT_EQ(rounded(2.0 / 3 * 1e9, 4), Value(0x1.3de435555566dp+29));
+    EXPECT_EQ(rounded(1234567.8949999, 3), Value(0x1.2d687e51eb852p+20));
+    EXPECT_EQ(rounded(8.0e15 + 1, 1), Value(0x1.c6bf526340000p+52));
 
     // And the bits of many more, as one sum that every build has to arrive at.
     std::uint64_t sum = 0;
@@ -330,25 +241,16 @@ TEST_F(Numbers, EveryBuildComputesTheSameBits) {
 }
 
 TEST(NumberHelpers, ReplaceAllIsOnePass) {
-    struct Case {
-        const wchar_t* text;
-        const wchar_t* find;
-        const wchar_t* replacement;
-        CompareMode mode;
-        const wchar_t* result;
+    const auto replaced = [](std::wstring text, std::wstring_view find, std::wstring_view replacement,
+                             CompareMode mode = CompareMode::binary) {
+        ReplaceAll(text, find, replacement, mode);
+        return text;
     };
-    for (const Case& c : {
-             Case{L"aaa", L"a", L"aa", CompareMode::binary, L"aaaaaa"},
-             {L"aaa", L"aa", L"a", CompareMode::binary, L"aa"},
-             {L"xAyax", L"a", L"", CompareMode::binary, L"xAyx"},
-             {L"xÄyäx", L"Ä", L"-", CompareMode::text, L"x-y-x"},
-             {L"abc", L"", L"x", CompareMode::binary, L"abc"},
-             {L"", L"a", L"x", CompareMode::binary, L""},
-         }) {
-        std::wstring text = c.text;
-        ReplaceAll(text, c.find, c.replacement, c.mode);
-        EXPECT_EQ(text, c.result);
-    }
+    EXPECT_EQ(replaced(L"aaa", L"a", L"aa"), L"aaaaaa");
+    EXPECT_EQ(replaced(L"aaa", L"aa", L"a"), L"aa");
+    EXPECT_EQ(replaced(L"xAyax", L"a", L""), L"xAyx");
+    EXPECT_EQ(replaced(L"xÄyäx", L"Ä", L"-", CompareMode::text), L"x-y-x");
+    EXPECT_EQ(replaced(L"abc", L"", L"x"), L"abc");
 }
 
 TEST_F(Numbers, CountOccurrencesDoesNotOverlap) {
@@ -370,27 +272,21 @@ TEST(NumberHelpers, FormulaTextHasOnlyCharactersOfFormulas) {
 }
 
 TEST_F(Numbers, PadLeftFillsOrCutsOnTheLeft) {
-    struct Case {
-        Value value;
-        std::int32_t width;
-        const wchar_t* pad;
-        bool noPad;
-        const wchar_t* text;
+    const auto padded = [this](std::int32_t width, std::wstring_view pad, bool noPad = false) {
+        return PadLeft(rt, std::wstring(L"abc"), width, pad, noPad);
     };
-    for (const Case& c : {
-             Case{12.5, 6, L"0", false, L"0012,5"},
-             {std::wstring(L"abc"), 3, L"0", false, L"abc"},
-             {std::wstring(L"abc"), 2, L"0", false, L"bc"},
-             {std::wstring(L"abc"), 2, L"0", true, L"bc"},
-             {std::wstring(L"abc"), 2, L"", false, L"abc"},
-             {std::wstring(L"abc"), 5, L"", false, L"abc"},
-             {std::wstring(L"abc"), 5, L"0", true, L"abc"},
-             {std::wstring(L"abc"), 8, L"xy", false, L"yxyxyabc"},
-             {std::wstring(L"abc"), 0, L"0", false, L""},
-             {Null{}, 2, L"-", false, L"--"},
-             {true, 6, L".", false, L"..Wahr"},
-         })
-        EXPECT_EQ(PadLeft(rt, c.value, c.width, c.pad, c.noPad), c.text);
+    EXPECT_EQ(padded(5, L"0"), L"00abc");
+    EXPECT_EQ(padded(3, L"0"), L"abc");
+    EXPECT_EQ(padded(2, L"0"), L"bc");
+    EXPECT_EQ(padded(2, L"0", true), L"bc");
+    EXPECT_EQ(padded(2, L""), L"abc");
+    EXPECT_EQ(padded(5, L""), L"abc");
+    EXPECT_EQ(padded(5, L"0", true), L"abc");
+    EXPECT_EQ(padded(8, L"xy"), L"yxyxyabc");
+    EXPECT_EQ(padded(0, L"0"), L"");
+    EXPECT_EQ(PadLeft(rt, 12.5, 6, L"0", false), L"0012,5");
+    EXPECT_EQ(PadLeft(rt, Null{}, 2, L"-", false), L"--");
+    EXPECT_EQ(PadLeft(rt, true, 6, L".", false), L"..Wahr");
 }
 
 } // namespace

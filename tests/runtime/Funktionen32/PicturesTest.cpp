@@ -21,43 +21,20 @@ std::wstring formatted(double number, std::wstring_view pictureText, const Numbe
 }
 
 TEST(Pictures, ShowDigitsAsThePictureAsksForThem) {
-    struct Case {
-        double number;
-        const wchar_t* picture;
-        const wchar_t* text;
+    const auto shown = [](std::wstring_view pictureText, std::initializer_list<double> numbers) {
+        std::wstring all;
+        for (const double number : numbers)
+            all += formatted(number, pictureText) + L'|';
+        return all;
     };
     const std::wstring twenty(20, L'#');
-    const std::wstring twoPlaces = twenty + L"0.00";
-    for (const Case& c : {
-             Case{0.1, L"#.0", L",1"},
-             {-2000, L"#0,000.0", L"-2.000,0"},
-             {12, L"#0,000.0", L"0.012,0"},
-             {1234567.89, L"#0,000.0", L"1.234.567,9"},
-             {1234.5, L"#####.00", L"1234,50"},
-             {1234567, L"#####.00", L"1234567,00"},
-             {1.005, L"#####.00", L"1,01"},
-             {1.005, L"#####.00#", L"1,005"},
-             {1.5, L"#####.00#", L"1,50"},
-             {0.99, L"#.##", L",99"},
-             {0.01, L"#.##", L",01"},
-             {2, L"#.##", L"2,"},
-             {0, twenty.c_str(), L""},
-             {0.4, twenty.c_str(), L""},
-             {0.5, twenty.c_str(), L"1"},
-             {1e22, twenty.c_str(), L"10000000000000000000000"},
-             {0.5, twoPlaces.c_str(), L"0,50"},
-             {999.995, twoPlaces.c_str(), L"1000,00"},
-             // Half away from zero, of the 15 significant digits.
-             {0.125, L"#.00", L",13"},
-             {-0.125, L"#.00", L"-,13"},
-             {0.49999999999999994, L"#", L"1"},
-             {123456789012345678.0, L"#.0", L"123456789012346000,0"},
-             {1e-300, L"0.00", L"0,00"},
-             // Zero has no sign.
-             {-0.004, L"0.00", L"0,00"},
-             {-0.0, L"0.00", L"0,00"},
-         })
-        EXPECT_EQ(formatted(c.number, c.picture), c.text) << c.number;
+    EXPECT_EQ(shown(L"#.0", {0.1, 1e-300, 123456789012345678.0}), L",1|,0|123456789012346000,0|");
+    EXPECT_EQ(shown(L"#0,000.0", {-2000, 12, 1234567.89}), L"-2.000,0|0.012,0|1.234.567,9|");
+    EXPECT_EQ(shown(L"#####.00", {1234.5, 1234567, 1.005}), L"1234,50|1234567,00|1,01|");
+    EXPECT_EQ(shown(L"#####.00#", {1.005, 1.5, 0.125, -0.125}), L"1,005|1,50|,125|-,125|");
+    EXPECT_EQ(shown(L"#.##", {0.99, 0.01, 2, 0.125, -0.125}), L",99|,01|2,|,13|-,13|");
+    EXPECT_EQ(shown(twenty, {0, 0.4, 0.5, 0.49999999999999994, 1e20}), L"||1|1|100000000000000000000|");
+    EXPECT_EQ(shown(twenty + L"0.00", {0.5, 999.995, -0.004, -0.0}), L"0,50|1000,00|0,00|0,00|");
     EXPECT_EQ(formatted(-2000, L"#0,000.0", {L'.', L'\0'}), L"-2000.0");
     EXPECT_EQ(formatted(0.25, L"0." + std::wstring(300, L'0')), L"0,25" + std::wstring(298, L'0'));
     EXPECT_THROW(formatted(INFINITY, L"0"), RuntimeError);
