@@ -11,27 +11,6 @@ namespace {
 
 constexpr std::wstring_view white = L" \t\r\n";
 
-/// The name in encoding="..." of the declaration at the start; empty without one.
-std::wstring_view declaredEncoding(std::wstring_view xml) {
-    if (!xml.starts_with(L"<?xml"))
-        return {};
-    std::wstring_view rest = xml.substr(0, xml.find(L"?>"));
-    const auto skipTo = [&](std::size_t at) { rest.remove_prefix(std::min(at, rest.size())); };
-    const auto word = rest.find(L"encoding");
-    if (word == rest.npos)
-        return {};
-    skipTo(word + 8);
-    skipTo(rest.find_first_not_of(white));
-    if (!rest.starts_with(L'='))
-        return {};
-    skipTo(1);
-    skipTo(rest.find_first_not_of(white));
-    if (rest.empty() || (rest.front() != L'"' && rest.front() != L'\''))
-        return {};
-    const auto end = rest.find(rest.front(), 1);
-    return end == rest.npos ? std::wstring_view() : rest.substr(1, end - 1);
-}
-
 /// Takes one character off the text; nothing at half a pair.
 std::optional<char32_t> nextCharacter(std::wstring_view& text) {
     const auto unit = static_cast<char32_t>(text.front());
@@ -111,10 +90,8 @@ constexpr std::array encodings{
     Encoding{L"windows-1252", "", addWindows1252},
 };
 
-} // namespace
-
-std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
-    const std::wstring declared = lowerCase(declaredEncoding(xml));
+std::optional<std::string> encoded(std::wstring_view xml, bool references) {
+    const std::wstring declared = declaredEncoding(xml);
     const auto* encoding =
         declared.empty() ? encodings.begin() : std::ranges::find(encodings, declared, &Encoding::name);
     if (encoding == encodings.end())
@@ -123,10 +100,47 @@ std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
     bytes.reserve(xml.size() + xml.size() / 8);
     while (!xml.empty()) {
         const auto code = nextCharacter(xml);
-        if (!code || !encoding->add(bytes, *code))
+        if (!code)
             return std::nullopt;
+        const std::size_t before = bytes.size();
+        if (encoding->add(bytes, *code))
+            continue;
+        if (!references)
+            return std::nullopt;
+        bytes.resize(before);
+        bytes += "&#" + std::to_string(static_cast<std::uint32_t>(*code)) + ";";
     }
     return bytes;
+}
+
+} // namespace
+
+std::wstring declaredEncoding(std::wstring_view xml) {
+    if (!xml.starts_with(L"<?xml") && !xml.starts_with(L"version"))
+        return {};
+    std::wstring_view rest = xml.substr(0, xml.find(L"?>"));
+    const auto skipTo = [&](std::size_t at) { rest.remove_prefix(std::min(at, rest.size())); };
+    const auto word = rest.find(L"encoding");
+    if (word == rest.npos)
+        return {};
+    skipTo(word + 8);
+    skipTo(rest.find_first_not_of(white));
+    if (!rest.starts_with(L'='))
+        return {};
+    skipTo(1);
+    skipTo(rest.find_first_not_of(white));
+    if (rest.empty() || (rest.front() != L'"' && rest.front() != L'\''))
+        return {};
+    const auto end = rest.find(rest.front(), 1);
+    return end == rest.npos ? std::wstring() : lowerCase(rest.substr(1, end - 1));
+}
+
+std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
+    return encoded(xml, false);
+}
+
+std::optional<std::string> encodedWithReferences(std::wstring_view xml) {
+    return encoded(xml, true);
 }
 
 } // namespace tarv

@@ -11,4 +11,11 @@ namespace tarv {
 /// with characters that the encoding lacks.
 std::optional<std::string> encodedAsDeclared(std::wstring_view xml);
 
+/// The same with character references for what the encoding lacks: for XML that a component put into text.
+std::optional<std::string> encodedWithReferences(std::wstring_view xml);
+
+/// The name after encoding= in the content of an XML declaration or at the start of an XML text, in small
+/// letters. Empty without one.
+std::wstring declaredEncoding(std::wstring_view xml);
+
 } // namespace tarv

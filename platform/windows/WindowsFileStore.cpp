@@ -42,6 +42,14 @@ SystemCode write(HANDLE file, std::string_view bytes) {
     return written == bytes.size() ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
 }
 
+/// ReplaceFile does not take relative names everywhere.
+std::wstring fullFileName(std::wstring_view path) {
+    const std::wstring name(path);
+    return toFileName(filledText([&](wchar_t* buffer, DWORD size) {
+        return GetFullPathNameW(name.c_str(), size, buffer, nullptr);
+    }));
+}
+
 } // namespace
 
 Answer<std::int64_t> WindowsFileStore::length(std::wstring_view path) {
@@ -90,8 +98,12 @@ SystemCode WindowsFileStore::remove(std::wstring_view path) {
 }
 
 SystemCode WindowsFileStore::replace(std::wstring_view path, std::wstring_view by) {
-    const std::wstring target = toFileName(path);
-    const std::wstring source = toFileName(by);
+    const std::wstring target = fullFileName(path);
+    const std::wstring source = fullFileName(by);
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return ERROR_ACCESS_DENIED; // not every system refuses to put a file in the place of an empty folder
+    }
     // Who may write the file need not be allowed to set its access rights: that alone must not fail.
     if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
                      nullptr)) {

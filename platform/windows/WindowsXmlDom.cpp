@@ -12,9 +12,6 @@ namespace tarv {
 
 namespace {
 
-constexpr std::int32_t objectNotSet = 91;
-constexpr std::int32_t memberNotSupported = 438;
-
 /// Receives one text of the component.
 class ReceivedText {
 public:
@@ -47,6 +44,10 @@ Failure<ErrorRecord> failed(HRESULT code, IUnknown* object, REFIID interfaceId) 
         }
     }
     return Failure{std::move(record)};
+}
+
+Failure<ErrorRecord> notAnElement() {
+    return Failure{ErrorRecord{438, L"Objekt unterstützt diese Eigenschaft oder Methode nicht", L""}};
 }
 
 VARIANT_BOOL variantBool(bool value) {
@@ -142,7 +143,7 @@ Automated<Empty> WindowsXmlNode::removeChild(XmlNode& child) {
 Automated<Value> WindowsXmlNode::getAttribute(std::wstring_view name) {
     ComPtr<IXMLDOMElement> element;
     if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny()))) {
-        return Failure{ErrorRecord{memberNotSupported, failureOf(DISP_E_MEMBERNOTFOUND).description, L""}};
+        return notAnElement();
     }
     Variant attribute;
     const HRESULT result = element->getAttribute(Bstr(name).get(), &attribute.raw());
@@ -159,7 +160,7 @@ Automated<Value> WindowsXmlNode::getAttribute(std::wstring_view name) {
 Automated<Empty> WindowsXmlNode::setAttribute(std::wstring_view name, const Value& value) {
     ComPtr<IXMLDOMElement> element;
     if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny()))) {
-        return Failure{ErrorRecord{memberNotSupported, failureOf(DISP_E_MEMBERNOTFOUND).description, L""}};
+        return notAnElement();
     }
     Variant attribute;
     if (!store(attribute.raw(), value)) {
@@ -178,7 +179,7 @@ Automated<Empty> WindowsXmlNode::removeAttribute(std::wstring_view name) {
         return refused(result);
     }
     if (!attributes) {
-        return Failure{ErrorRecord{objectNotSet, failureOf(E_POINTER).description, L""}};
+        return Failure{ErrorRecord{91, L"Objektvariable nicht festgelegt", L""}};
     }
     ComPtr<IXMLDOMNode> removed;
     if (const HRESULT result = attributes->removeNamedItem(Bstr(name).get(), removed.receive());
@@ -204,6 +205,7 @@ public:
     Automated<bool> loadXml(std::wstring_view text) override;
     Automated<XmlParseError> parseError() override;
     Automated<std::wstring> xml() override;
+    Automated<std::wstring> declaration() override;
     Automated<XmlNodeRef> documentElement() override;
     Automated<XmlNodeRef> createElement(std::wstring_view name) override;
     Automated<Empty> save(std::wstring_view path) override;
@@ -265,6 +267,28 @@ Automated<XmlParseError> WindowsXmlDocument::parseError() {
 Automated<std::wstring> WindowsXmlDocument::xml() {
     ReceivedText text;
     if (const HRESULT result = document_->get_xml(text.receive()); FAILED(result)) {
+        return refused(result);
+    }
+    return text.copy();
+}
+
+Automated<std::wstring> WindowsXmlDocument::declaration() {
+    ComPtr<IXMLDOMNode> first;
+    DOMNodeType type = NODE_INVALID;
+    ReceivedText name;
+    ReceivedText text;
+    HRESULT result = document_->get_firstChild(first.receive());
+    if (FAILED(result) || !first) {
+        return SUCCEEDED(result) ? Automated<std::wstring>(std::wstring()) : refused(result);
+    }
+    // The declaration is kept as a processing instruction of this name, which no other can have.
+    first->get_nodeType(&type);
+    first->get_nodeName(name.receive());
+    if (type != NODE_PROCESSING_INSTRUCTION || name.copy() != L"xml") {
+        return std::wstring();
+    }
+    result = first->get_text(text.receive());
+    if (FAILED(result)) {
         return refused(result);
     }
     return text.copy();

@@ -141,12 +141,34 @@ TEST_F(FileStoreContract, RefusesToChangeWhatItCannot) {
     EXPECT_EQ(world->bytes(path(L"a.txt")), "abc");
 }
 
+TEST_F(FileStoreContract, ReplacesInOneStep) {
+    world->putFile(path(L"fresh.neu"), "new");
+    world->setAttributes(path(L"a.txt"), attribute::readOnly);
+    EXPECT_EQ(files.replace(path(L"none\\x.txt"), path(L"fresh.neu")), system_code::pathNotFound);
+    EXPECT_NE(files.replace(path(L"folder.txt"), path(L"fresh.neu")), 0u);
+    EXPECT_NE(files.replace(path(L"a.txt"), path(L"fresh.neu")), 0u);
+    EXPECT_NE(files.replace(path(L"B.TXT"), path(L"none")), 0u);
+    EXPECT_EQ(world->bytes(path(L"a.txt")), "abc");
+    EXPECT_EQ(world->bytes(path(L"B.TXT")), "abc");
+    EXPECT_EQ(world->bytes(path(L"fresh.neu")), "new");
+
+    EXPECT_EQ(files.replace(path(L"B.TXT"), path(L"fresh.neu")), 0u);
+    EXPECT_EQ(files.replace(path(L"newer.txt"), path(L"cc.txt")), 0u);
+    EXPECT_EQ(world->bytes(path(L"B.TXT")), "new");
+    EXPECT_EQ(world->bytes(path(L"newer.txt")), "abc");
+    EXPECT_EQ(world->bytes(path(L"fresh.neu")), std::nullopt);
+    EXPECT_EQ(world->bytes(path(L"cc.txt")), std::nullopt);
+}
+
 TEST_F(FileStoreContract, KnowsTheCurrentDirectory) {
     const std::wstring current = files.currentDirectory();
     ASSERT_GE(current.size(), 3u);
     EXPECT_TRUE(current.size() == 3 || !current.ends_with(L'\\'));
     EXPECT_EQ(files.attributes(current).valueOr(0) & attribute::directory, attribute::directory);
     EXPECT_EQ(files.overwrite(L"tarv_contract.tmp", "1"), 0u);
+    EXPECT_EQ(world->bytes(current + L"\\tarv_contract.tmp"), "1");
+    EXPECT_EQ(files.replace(L"tarv_contract2.tmp", L"tarv_contract.tmp"), 0u);
+    EXPECT_EQ(files.replace(L"tarv_contract.tmp", L"tarv_contract2.tmp"), 0u);
     EXPECT_EQ(world->bytes(current + L"\\tarv_contract.tmp"), "1");
     EXPECT_EQ(files.remove(current + L"\\tarv_contract.tmp"), 0u);
 }

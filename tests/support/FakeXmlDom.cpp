@@ -149,6 +149,11 @@ public:
             return failure(*code);
         return parsers_.root().text;
     }
+    Automated<std::wstring> declaration() override {
+        if (const auto code = parsers_.faults.enter("XmlDocument.declaration"))
+            return failure(*code);
+        return parsers_.declaration;
+    }
     Automated<XmlNodeRef> documentElement() override {
         if (const auto code = parsers_.faults.enter("XmlDocument.documentElement"))
             return failure(*code);

@@ -38,6 +38,7 @@ public:
         return true;
     };
     XmlParseError error;
+    std::wstring declaration;
 
     /// Creations and settings in order: "create Msxml.DOMDocument", "async 0", "load C:\a.xml", "save ...".
     std::vector<std::wstring> log;

@@ -229,5 +229,30 @@ TEST_F(ClsXml, SaveReplacesTheOldFileOnlyByACompleteOne) {
     EXPECT_FALSE(fake.disk.exists(L"C:\\a.xml.neu1"));
 }
 
+TEST_F(ClsXml, SaveKeepsTheDeclaredEncodingWhereTheComponentDoesNot) {
+    ASSERT_TRUE(xml.OpenFromString(L"<r/>", false));
+    const std::wstring latin = L"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><r>\u00e4\u20ac</r>";
+    const struct {
+        const wchar_t* declaration;
+        std::wstring text;
+        std::string saved;
+    } cases[] = {
+        {L"", L"<r/>", "<neu/>"},
+        {L"version=\"1.0\" encoding=\"UTF-8\"", L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>", "<neu/>"},
+        {L"version=\"1.0\" encoding=\"ISO-8859-1\"", L"<?xml version=\"1.0\"?><r/>", "<neu/>"},
+        {L"version=\"1.0\" encoding=\"ISO-8859-1\"", latin,
+         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><r>\xE4&#8364;</r>"},
+    };
+    for (const auto& one : cases) {
+        fake.xml.declaration = one.declaration;
+        fake.xml.root().text = one.text;
+        xml.Save(L"C:\\a.xml");
+        EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), one.saved);
+    }
+    fake.faults.fail("FileStore.overwrite", system_code::sharingViolation);
+    EXPECT_EQ(raised([&] { xml.Save(L"C:\\a.xml"); }), static_cast<std::int32_t>(0x80070020));
+    EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), cases[3].saved);
+}
+
 } // namespace
 } // namespace tarv
