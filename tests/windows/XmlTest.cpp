@@ -77,7 +77,7 @@ TEST_P(Xml, MakesInsertsAndDeletesNodes) {
     EXPECT_EQ(xml.NodeCount(L"c"), 2);
     EXPECT_EQ(xml.NodeCount(L"c[. = 'x' and not(@id)]"), 1) << "the new one has no attribute";
     EXPECT_EQ(xml.ReadAttribute(L"c", L"id"), Value(std::wstring(L"1"))) << "the older one got it";
-    xml.MakeNode(L"c", L"d", {}, L"p", std::wstring(L"1"), L"q", true);
+    xml.MakeNode(L"c", L"d", {}, L"p", L"1", L"q", true);
     EXPECT_EQ(xml.ReadNodeXML(L"c/d"), L"<d p=\"1\" q=\"-1\"/>");
 
     EXPECT_TRUE(xml.InsertNode(L"c", L"e", 0, L"t", L"k", 2));
