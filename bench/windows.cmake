@@ -15,3 +15,7 @@ add_dependencies(bench_start bare_window TarvService)
 
 add_executable(bench_infocentre InfoCentreBench.cpp)
 target_link_libraries(bench_infocentre PRIVATE tarv_infocenter_model tarv_platform_windows ole32)
+
+# The XML wrapper beside bare calls of the system's component.
+add_executable(xml_bench XmlBench.cpp)
+target_link_libraries(xml_bench PRIVATE tarv_xml tarv_platform_windows ole32 oleaut32 uuid)
