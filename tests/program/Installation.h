@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/program/driver/ProgramDriver.h"
+#include "tools/driver/ProgramDriver.h"
 
 #include <map>
 #include <memory>

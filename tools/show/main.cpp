@@ -3,7 +3,7 @@
 // well.
 
 #include "app/resource.h"
-#include "tests/program/driver/ProgramDriver.h"
+#include "tools/driver/ProgramDriver.h"
 
 #include <commctrl.h>
 

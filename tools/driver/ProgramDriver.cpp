@@ -1,6 +1,6 @@
-#include "tests/program/driver/ProgramDriver.h"
+#include "tools/driver/ProgramDriver.h"
 
-#include "tests/program/driver/RemoteBuffer.h"
+#include "tools/driver/RemoteBuffer.h"
 
 #include <commctrl.h>
 

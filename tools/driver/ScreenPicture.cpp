@@ -1,4 +1,4 @@
-#include "tests/program/driver/ProgramDriver.h"
+#include "tools/driver/ProgramDriver.h"
 
 #include <cstdint>
 #include <utility>
