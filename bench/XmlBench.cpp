@@ -112,9 +112,12 @@ struct Bare {
 
 struct Row {
     const char* name;
-    std::vector<double> bare, wrapped, ratios;
+    std::vector<double> bare{};
+    std::vector<double> wrapped{};
+    std::vector<double> ratios{};
     /// Shortest time of each slice over all rounds: what is left when other programs take no time away.
-    std::vector<double> bestBare, bestWrapped;
+    std::vector<double> bestBare{};
+    std::vector<double> bestWrapped{};
 };
 
 /// One round: both sides take turns slice by slice, so that a busy machine hits both, and change the first
@@ -171,8 +174,7 @@ void run(std::size_t megabytes, int rounds) {
             total += read(paths[i]);
         return total;
     };
-    std::array rows{Row{"load", {}, {}, {}}, Row{"10,000 reads by path", {}, {}, {}},
-                    Row{"save", {}, {}, {}}};
+    std::array rows{Row{"load"}, Row{"10,000 reads by path"}, Row{"save"}};
     for (int round = 0; round < rounds; ++round) {
         std::size_t bareLength = 0;
         std::size_t length = 0;
