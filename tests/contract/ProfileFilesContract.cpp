@@ -12,11 +12,10 @@ class ProfileFilesContract : public Contract {
 protected:
     /// A new name for every content: the system remembers files by name.
     std::wstring put(std::string_view bytes) {
-        const std::wstring file = newFile();
+        const std::wstring file = path(L"t" + std::to_wstring(++files_) + L".ini");
         world->putFile(file, bytes);
         return file;
     }
-    std::wstring newFile() { return path(L"t" + std::to_wstring(++files_) + L".ini"); }
 
     ProfileFiles& profiles = border.profiles;
 
@@ -24,15 +23,10 @@ private:
     int files_ = 0;
 };
 
-const std::string wideHeader = "\xFF\xFE[\0A\0]\0\r\0\n\0"s;
-
 TEST_F(ProfileFilesContract, ReadsEntries) {
     const struct {
-        std::string_view rule;
-        std::string ini;
-        std::wstring_view group;
-        std::wstring_view entry;
-        std::wstring_view value;
+        const char *rule, *ini;
+        const wchar_t *group, *entry, *value;
     } cases[] = {
         {"names in any case", "[Gruppe]\r\nName=Wert\r\n", L"GRUPPE", L"nAME", L"Wert"},
         {"blanks around", "  [ A B ] rest\r\n  x y =  1 2  \r\n", L"A B", L"x y", L"1 2"},
@@ -43,23 +37,18 @@ TEST_F(ProfileFilesContract, ReadsEntries) {
         {"double quotes", "[A]\r\nx=\" 1 \"\r\n", L"A", L"x", L" 1 "},
         {"single quotes", "[A]\r\nx='1'\r\n", L"A", L"x", L"1"},
         {"one pair of quotes only", "[A]\r\nx=\"\"1\"\"\r\n", L"A", L"x", L"\"1\""},
-        {"empty quotes", "[A]\r\nx=\"\"\r\n", L"A", L"x", L""},
         {"open quotes stay", "[A]\r\nx=\"1\r\n", L"A", L"x", L"\"1"},
         {"mixed quotes stay", "[A]\r\nx='1\"\r\n", L"A", L"x", L"'1\""},
-        {"a single quote character stays", "[A]\r\nx=\"\r\n", L"A", L"x", L"\""},
         {"an empty value is there", "[A]\r\nx=\r\n", L"A", L"x", L""},
         {"a line without = is no entry", "[A]\r\nx\r\n", L"A", L"x", L"missing"},
         {"the first = separates", "[A]\r\nx==1\r\n", L"A", L"x", L"=1"},
         {"the first entry wins", "[A]\r\nx=1\r\nx=2\r\n", L"A", L"x", L"1"},
         {"the first group wins", "[A]\r\nx=1\r\n[B]\r\n[a]\r\nx=2\r\n", L"A", L"x", L"1"},
         {"a second group of the name is never read", "[A]\r\nx=1\r\n[a]\r\ny=2\r\n", L"A", L"y", L"missing"},
-        {"another group's entry", "[A]\r\n[B]\r\nx=1\r\n", L"A", L"x", L"missing"},
-        {"a missing group", "[A]\r\nx=1\r\n", L"B", L"x", L"missing"},
         {"empty lines", "\r\n[A]\r\n\r\n  \r\nx=1\r\n", L"A", L"x", L"1"},
         {"line feeds and no end", "[A]\nx=1\ny=2", L"A", L"y", L"2"},
         // Named as in the file: Windows folds umlauts too, Wine A to Z only.
         {"8-bit text is the code page's", "[Gr\xFC\xDF]\r\n\xC4=\x80 \xE4\r\n", L"Grüß", L"Ä", L"€ ä"},
-        {"UTF-16 with its mark", wideHeader + "x\0=\0\xE4\0\x36\x04\r\0\n\0"s, L"A", L"x", L"ä?"},
         {"a name outside the code page", "[A]\r\n?=1\r\n", L"A", L"ж", L"1"},
     };
     for (const auto& c : cases) {
@@ -72,7 +61,6 @@ TEST_F(ProfileFilesContract, AnswersTheFallbackWithoutTrailingBlanks) {
     const std::wstring file = put("[A]\r\nx=\r\n");
     EXPECT_EQ(profiles.getString(L"A", L"y", L"  zu Hause  ", 100, file), L"  zu Hause");
     EXPECT_EQ(profiles.getString(L"A", L"x", L"fallback", 100, file), L"");
-    EXPECT_EQ(profiles.getString(L"A", L"x", L"fallback", 100, path(L"none.ini")), L"fallback");
     EXPECT_EQ(profiles.getString(L"A", L"x", L"fallback", 100, path(L"none\\none.ini")), L"fallback");
 }
 
@@ -94,7 +82,6 @@ TEST_F(ProfileFilesContract, ListsGroupsAndTheirLines) {
     EXPECT_EQ(profiles.getSectionNames(100, file), L"A\0B\0a\0"s);
     EXPECT_EQ(profiles.getSection(L"a", 100, file), L"x y=\"1\"\0leer=\0"s);
     EXPECT_EQ(profiles.getSection(L"B", 100, file), L"");
-    EXPECT_EQ(profiles.getSection(L"D", 100, file), L"");
     EXPECT_EQ(profiles.getSectionNames(100, path(L"none.ini")), L"");
     EXPECT_EQ(profiles.getSection(L"A", 100, path(L"none.ini")), L"");
 }
@@ -102,12 +89,9 @@ TEST_F(ProfileFilesContract, ListsGroupsAndTheirLines) {
 TEST_F(ProfileFilesContract, WritesEntries) {
     // No empty lines here: Windows keeps them, Wine drops them.
     const struct {
-        std::string_view rule;
-        std::string before;
-        std::wstring_view group;
-        std::wstring_view entry;
-        std::wstring_view value;
-        std::string after;
+        const char *rule, *before;
+        const wchar_t *group, *entry, *value;
+        const char* after;
     } cases[] = {
         {"in place", "; Kopf\r\n[A]\r\n; c\r\nx=1\r\ny=2\r\n[B]\r\n", L"a", L"X", L"neu",
          "; Kopf\r\n[A]\r\n; c\r\nx=neu\r\ny=2\r\n[B]\r\n"},
@@ -117,13 +101,9 @@ TEST_F(ProfileFilesContract, WritesEntries) {
         {"behind a line without end", "[A]\r\nx=1", L"A", L"y", L"2", "[A]\r\nx=1\r\ny=2\r\n"},
         {"the first of two", "[A]\r\nx=1\r\nx=2\r\n[A]\r\nx=3\r\n", L"A", L"x", L"5",
          "[A]\r\nx=5\r\nx=2\r\n[A]\r\nx=3\r\n"},
-        {"over an empty value", "[A]\r\nx=\r\n", L"A", L"x", L"1", "[A]\r\nx=1\r\n"},
         {"an empty value", "[A]\r\nx=1\r\n", L"A", L"x", L"", "[A]\r\nx=\r\n"},
         {"quotes as they stand", "[A]\r\n", L"A", L"x", L"\"1\"", "[A]\r\nx=\"1\"\r\n"},
-        {"in the code page", "[A]\r\n", L"A", L"Größe", L"5 € ж",
-         "[A]\r\nGr\xF6\xDF"
-         "e=5 \x80 ?\r\n"},
-        {"into UTF-16", wideHeader, L"A", L"x", L"ä", wideHeader + "x\0=\0\xE4\0\r\0\n\0"s},
+        {"in the code page", "[A]\r\n", L"A", L"Länge", L"5 € ж", "[A]\r\nL\xE4nge=5 \x80 ?\r\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.rule);
@@ -131,9 +111,8 @@ TEST_F(ProfileFilesContract, WritesEntries) {
         EXPECT_TRUE(profiles.writeString(c.group, c.entry, c.value, file));
         EXPECT_EQ(world->bytes(file), c.after);
     }
-    const std::wstring created = newFile();
-    EXPECT_TRUE(profiles.writeString(L"A", L"x", L" 1 ", created));
-    EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, created), L"1");
+    EXPECT_TRUE(profiles.writeString(L"A", L"x", L" 1 ", path(L"new.ini")));
+    EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, path(L"new.ini")), L"1");
 }
 
 // A read-only file refuses on Windows only: to root, as tests in containers run, Wine cannot refuse it.
@@ -149,7 +128,6 @@ TEST_F(ProfileFilesContract, LooksForABareNameInTheWindowsFolder) {
     EXPECT_TRUE(profiles.writeString(L"A", L"x", L"1", bare));
     EXPECT_EQ(world->bytes(full), "[A]\r\nx=1\r\n");
     EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, bare), L"1");
-    EXPECT_EQ(profiles.getSectionNames(100, full), L"A\0"s);
     EXPECT_EQ(border.files.remove(full), 0u);
 }
 

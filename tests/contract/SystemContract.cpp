@@ -1,12 +1,8 @@
 #include "platform/Automation.h"
 #include "platform/CodePage.h"
-#include "platform/Desktop.h"
 #include "platform/Environment.h"
 #include "platform/FileStore.h"
 #include "platform/MachineFacts.h"
-#include "platform/OwnProgram.h"
-#include "platform/RegionalSettings.h"
-#include "platform/ShellOperations.h"
 #include "tests/support/ContractWorld.h"
 
 #include <algorithm>
@@ -16,18 +12,12 @@ namespace {
 
 using SystemContract = Contract;
 
-bool isFolder(FileStore& files, const std::wstring& path) {
-    return (files.attributes(path).valueOr(0) & attribute::directory) != 0;
-}
-
 TEST_F(SystemContract, EnvironmentIsReadAsItStands) {
     world->setVariable(L"TarvVertrag", L" ж = 1 ");
     EXPECT_EQ(border.environment.value(L"TARVVERTRAG"), L" ж = 1 ");
-    EXPECT_EQ(border.environment.value(L"TarvVertra"), L"");
     EXPECT_EQ(border.environment.value(L"TarvFehlt"), L"");
     const auto entries = border.environment.entries();
     EXPECT_EQ(std::ranges::count(entries, L"TarvVertrag= ж = 1 "), 1);
-    EXPECT_EQ(std::ranges::count(entries, L""), 0);
 }
 
 TEST_F(SystemContract, CodePageIsTheWesternOne) {
@@ -37,19 +27,7 @@ TEST_F(SystemContract, CodePageIsTheWesternOne) {
         all += static_cast<char>(code);
     EXPECT_EQ(border.codePage.toAnsi(border.codePage.fromAnsi(all)), all);
     EXPECT_EQ(border.codePage.fromAnsi("\x80\x84\xE4\xDF"), L"€„äß");
-    EXPECT_EQ(border.codePage.toAnsi(L"Größe: 5 € ж"), "Gr\xF6\xDF"
-                                                       "e: 5 \x80 ?");
-    EXPECT_EQ(border.codePage.toAnsi(L""), "");
-    EXPECT_EQ(border.codePage.fromAnsi(""), L"");
-}
-
-TEST_F(SystemContract, RegionalSettingsCountAtOnce) {
-    for (const auto& [decimal, thousands] :
-         {std::pair(L",", L"."), std::pair(L".", L"\u2019"), std::pair(L"::", L"")}) {
-        world->setSeparators(decimal, thousands);
-        EXPECT_EQ(border.regional.decimalSeparator(), decimal);
-        EXPECT_EQ(border.regional.thousandsSeparator(), thousands);
-    }
+    EXPECT_EQ(border.codePage.toAnsi(L"Länge 5 € ж"), "L\xE4nge 5 \x80 ?");
 }
 
 TEST_F(SystemContract, MachineFactsHaveTheirForm) {
@@ -63,35 +41,19 @@ TEST_F(SystemContract, MachineFactsHaveTheirForm) {
         EXPECT_EQ(name->find(L'\0'), std::wstring::npos);
     }
     const std::wstring windows = border.machine.windowsDirectory(256);
-    EXPECT_TRUE(isFolder(border.files, windows));
-    EXPECT_FALSE(windows.ends_with(L'\\'));
+    for (const std::wstring& folder : {windows, border.machine.systemDirectory()}) {
+        EXPECT_TRUE(border.files.attributes(folder).valueOr(0) & attribute::directory);
+        EXPECT_FALSE(folder.ends_with(L'\\'));
+    }
     EXPECT_EQ(border.machine.windowsDirectory(static_cast<std::uint32_t>(windows.size())), L"");
     EXPECT_EQ(border.machine.windowsDirectory(static_cast<std::uint32_t>(windows.size()) + 1), windows);
-    EXPECT_TRUE(isFolder(border.files, border.machine.systemDirectory()));
-    EXPECT_FALSE(border.machine.systemDirectory().ends_with(L'\\'));
     const auto address = border.machine.localAddress();
     EXPECT_TRUE(!address || std::ranges::count(*address, L'.') == 3);
-}
-
-TEST_F(SystemContract, OwnProgramExists) {
-    EXPECT_GT(border.files.length(border.program.path()).valueOr(0), 0);
-    EXPECT_TRUE(border.program.path().ends_with(L".exe"));
-}
-
-TEST_F(SystemContract, DesktopWithoutWindows) {
-    EXPECT_EQ(border.desktop.activeForm(), WindowHandle::none);
-    EXPECT_FALSE(border.desktop.isWindow(WindowHandle::none));
-    EXPECT_FALSE(border.desktop.isWindow(WindowHandle(0x7FF0)));
-    EXPECT_NE(border.shell.desktopWindow(), WindowHandle::none);
-    border.desktop.pumpMessages();
-    border.desktop.sleep(0);
 }
 
 TEST_F(SystemContract, StartedProgramIsWaitedFor) {
     const auto started = border.processes.create(world->sleeper());
     ASSERT_TRUE(started);
-    EXPECT_NE(started->process, KernelHandle::none);
-    EXPECT_NE(started->process, started->thread);
     EXPECT_NE(started->processId, 0u);
     border.processes.close(started->thread);
     EXPECT_EQ(border.processes.waitForObject(started->process, 0), wait_result::timeout);
@@ -111,16 +73,11 @@ TEST_F(SystemContract, RefusedStartNamesTheReason) {
     EXPECT_EQ(border.processes.startThroughShell(missing, L"", 1), system_code::fileNotFound);
     EXPECT_EQ(border.processes.waitForObject(KernelHandle::none, 0), wait_result::failed);
     EXPECT_EQ(border.processes.waitForInputIdle(KernelHandle::none, 0), wait_result::failed);
-    border.processes.close(KernelHandle::none);
 }
 
 TEST_F(SystemContract, UnknownClassCannotBeCreated) {
-    for (const auto& made : {border.automation.create(L"Tarvenik.GibtEsNicht"),
-                             border.automation.createFromLibrary(
-                                 path(L"none.dll"), L"{00000000-0000-0000-0000-000000000001}")}) {
-        ASSERT_FALSE(made);
-        EXPECT_EQ(made.error().number, 429);
-    }
+    EXPECT_EQ(border.automation.create(L"Tarvenik.GibtEsNicht").error().number, 429);
+    EXPECT_EQ(border.automation.createFromLibrary(path(L"none.dll"), L"{0}").error().number, 429);
     EXPECT_FALSE(border.automation.bind(L"gibtesnicht:"));
 }
 
@@ -134,9 +91,7 @@ TEST_F(SystemContract, ErrorObjectWritesIntoItsRecord) {
     EXPECT_TRUE(object->put(L"Description", Value(L"neu")));
     EXPECT_EQ(*record, (ErrorRecord{-1, L"neu", L"Prüfung"}));
 
-    const auto unknown = object->get(L"Farbe");
-    ASSERT_FALSE(unknown);
-    EXPECT_EQ(unknown.error().number, 438);
+    EXPECT_EQ(object->get(L"Farbe").error().number, 438);
     EXPECT_EQ(object->put(L"Farbe", true).error().number, 438);
 }
 

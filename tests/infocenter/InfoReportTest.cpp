@@ -1,18 +1,14 @@
 #include "infocenter/InfoReport.h"
 
 #include "infocenter/SystemProbes.h"
-#include "runtime/Runtime.h"
 #include "tests/support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace tarv {
 namespace {
 
 using namespace std::string_literals;
 
-class InfoReport : public testing::Test {
-protected:
+struct InfoReport : Scripted {
     ObjectRef system(Value caption, Value version) {
         const auto made = fake.automation.object(L"system");
         made->property(L"Caption", std::move(caption)).property(L"Version", std::move(version));
@@ -26,9 +22,6 @@ protected:
         service->answers(L"ExecQuery", ObjectRef(result));
         fake.automation.provide(L"winmgmts:", ObjectRef(service));
     }
-
-    FakePlatform fake;
-    Runtime rt{fake.border};
 };
 
 TEST_F(InfoReport, IsLaidOutToTheBlank) {
@@ -50,9 +43,10 @@ TEST_F(InfoReport, IsLaidOutToTheBlank) {
 }
 
 TEST_F(InfoReport, IsProducedWhenEveryProbeFails) {
-    for (const auto function : FaultPlan::functions())
-        if (function != "OwnProgram.path")
-            fake.faults.fail(function, system_code::accessDenied);
+    for (const char* function :
+         {"MachineFacts.version", "MachineFacts.computerName", "MachineFacts.userName", "Automation.bind",
+          "MachineFacts.windowsDirectory", "MachineFacts.localAddress", "OwnProgram.version"})
+        fake.faults.fail(function, system_code::accessDenied);
     EXPECT_EQ(BuildInfoReport(rt), L"[Kundeninfo]\r\n\r\n"
                                    L"  Computername:      \r\n"
                                    L"  Betriebssystem:      \r\n"
@@ -67,26 +61,22 @@ TEST_F(InfoReport, IsProducedWhenEveryProbeFails) {
 
 TEST_F(InfoReport, SystemIsNamedByItsVersion) {
     provideService({system(L"First"s, L"1"s), system(L"Windows 10 Pro"s, L"10.0.19045"s)});
-    const struct {
-        std::uint32_t major, minor;
-        const wchar_t *name, *version, *extra;
-    } cases[]{
-        {3, 51, L"Windows NT 3/3.51", L"3.51", L"Build 77  "},
-        {4, 10, L"Windows NT 4.0", L"4.10", L"Build 77  "},
-        {5, 0, L"Windows 2000", L"5.0", L"Build 77  "},
-        {5, 2, L"caller's", L"5.2", L"Build 77  "},
-        {2, 0, L"Windows 10 Pro", L"10.0.19045", L""},
-        {6, 1, L"Windows 10 Pro", L"10.0.19045", L""},
+    using Expected = std::vector<std::wstring>;
+    const std::tuple<std::uint32_t, std::uint32_t, Expected> cases[]{
+        {3, 51, {L"Windows NT 3/3.51", L"3.51", L"Build 77  "}},
+        {4, 10, {L"Windows NT 4.0", L"4.10", L"Build 77  "}},
+        {5, 0, {L"Windows 2000", L"5.0", L"Build 77  "}},
+        {5, 2, {L"caller's", L"5.2", L"Build 77  "}},
+        {2, 0, {L"Windows 10 Pro", L"10.0.19045", L""}},
+        {6, 1, {L"Windows 10 Pro", L"10.0.19045", L""}},
     };
     fake.machine.build = 77;
-    for (const auto& c : cases) {
-        fake.machine.major = c.major;
-        fake.machine.minor = c.minor;
+    for (const auto& [major, minor, expected] : cases) {
+        fake.machine.major = major;
+        fake.machine.minor = minor;
         std::wstring name = L"caller's", version, extra = L"old";
         GetOSNameAndVersion(rt, name, version, extra);
-        EXPECT_EQ(name, c.name);
-        EXPECT_EQ(version, c.version);
-        EXPECT_EQ(extra, c.extra);
+        EXPECT_EQ((Expected{name, version, extra}), expected);
     }
     EXPECT_EQ(fake.automation.log[1].arguments, std::vector<Value>{L"SELECT * FROM Win32_OperatingSystem"s});
 }

@@ -1,15 +1,11 @@
 #include "infocenter/IniTree.h"
 
-#include "runtime/Runtime.h"
 #include "tests/support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace tarv {
 namespace {
 
-class IniTreeTest : public testing::Test {
-protected:
+struct IniTreeTest : Scripted {
     void machine(std::wstring_view text) {
         fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\Q_Machine.INI", text);
     }
@@ -28,9 +24,6 @@ protected:
         return L"       >>>>>> Eintrag mehrfach Vorhanden <<<<<<" + std::wstring(30, L' ') +
                std::to_wstring(last);
     }
-
-    FakePlatform fake;
-    Runtime rt{fake.border};
 };
 
 TEST_F(IniTreeTest, ShowsGroupsAndEntriesOfBothFiles) {
@@ -108,7 +101,7 @@ TEST_F(IniTreeTest, ListsAreCutAtTheBuffer) {
 }
 
 TEST_F(IniTreeTest, MissingFilesContributeNothing) {
-    fake.environment.unset(L"ProgramData");
+    fake.environment.list.clear();
     EXPECT_TRUE(ReadIniTree(rt).groups.empty());
     EXPECT_EQ(traceText(), L"1 - TarvService\tStart INI-Read\r\n2 - TarvService\tEnd INI-Read\r\n");
 

@@ -24,9 +24,6 @@ public:
     void setVariable(const std::wstring& name, const std::wstring& text) override {
         fake_.environment.set(name, text);
     }
-    void setSeparators(const std::wstring& decimal, const std::wstring& thousands) override {
-        fake_.regional.set(decimal, thousands);
-    }
     ProcessRequest sleeper() override {
         fake_.processes.waits = {wait_result::timeout};
         return {};

@@ -1,16 +1,11 @@
 #include "runtime/modSkinOnly.h"
 
-#include "runtime/Runtime.h"
 #include "tests/support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace tarv {
 namespace {
 
-struct ModSkinOnly : testing::Test {
-    FakePlatform fake;
-    Runtime rt{fake.border};
+struct ModSkinOnly : Scripted {
     std::shared_ptr<FakeObject> skin = fake.automation.object(L"skin");
     SkinControl control{skin, WindowHandle{0x77}};
 

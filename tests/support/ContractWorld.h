@@ -31,8 +31,6 @@ public:
     virtual std::optional<std::string> bytes(const std::wstring& path) = 0;
 
     virtual void setVariable(const std::wstring& name, const std::wstring& text) = 0;
-    /// Until the end of the world.
-    virtual void setSeparators(const std::wstring& decimal, const std::wstring& thousands) = 0;
 
     /// A program that runs until it is ended.
     virtual ProcessRequest sleeper() = 0;

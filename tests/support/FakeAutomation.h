@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Automation.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "tests/support/FaultPlan.h"
 
 #include <functional>
@@ -33,21 +34,25 @@ public:
     FakeObject& runs(const Member& member, Routine routine);
     /// A property that keeps what is put into it.
     FakeObject& property(const Member& member, Value value = {});
-    /// A property whose writes go to `assign`.
-    FakeObject& writes(const Member& member, std::function<void(const Value&)> assign);
+    FakeObject& property(const Member& member, std::function<Value()> read,
+                         std::function<void(const Value&)> write);
 
     std::vector<ObjectRef> elements;
 
-    Automated<Value> call(const Member& member, std::span<const Value> arguments) override;
-    Automated<Value> get(const Member& member, std::span<const Value> arguments) override;
+    Automated<Value> call(const Member& member, std::span<const Value> arguments) override {
+        return read("AutomationObject.call", L"call ", member, arguments);
+    }
+    Automated<Value> get(const Member& member, std::span<const Value> arguments) override {
+        return read("AutomationObject.get", L"get ", member, arguments);
+    }
     Automated<Empty> put(const Member& member, const Value& value) override;
     Automated<std::vector<ObjectRef>> items() override;
     using AutomationObject::call;
     using AutomationObject::get;
 
 private:
-    Automated<Value> invoke(std::string_view function, std::wstring_view verb, const Member& member,
-                            std::span<const Value> arguments);
+    Automated<Value> read(std::string_view function, std::wstring_view verb, const Member& member,
+                          std::span<const Value> arguments);
 
     FakeAutomation& automation_;
     std::wstring name_;
@@ -58,21 +63,25 @@ private:
 /// Creates only what a test registered; everything else fails with number 429.
 class FakeAutomation : public Automation {
 public:
-    using Factory = std::function<Automated<ObjectRef>()>;
-
     explicit FakeAutomation(FaultPlan& plan) : faults(plan) {}
 
     /// A scripted object that notes its uses in `log` under `name`.
     std::shared_ptr<FakeObject> object(std::wstring name);
 
     /// The key is a programmatic identifier, a moniker, or library path + class identifier; in any case.
-    void provide(std::wstring_view key, ObjectRef made);
-    void provide(std::wstring_view key, Factory factory);
-    void forget(std::wstring_view key);
+    void provide(std::wstring_view key, ObjectRef made) { provided_[lowerCase(key)] = std::move(made); }
+    void forget(std::wstring_view key) { provided_.erase(lowerCase(key)); }
 
-    Automated<ObjectRef> create(std::wstring_view progId) override;
-    Automated<ObjectRef> createFromLibrary(std::wstring_view libraryPath, std::wstring_view classId) override;
-    Automated<ObjectRef> bind(std::wstring_view moniker) override;
+    Automated<ObjectRef> create(std::wstring_view progId) override {
+        return make("Automation.create", L"create ", std::wstring(progId));
+    }
+    Automated<ObjectRef> createFromLibrary(std::wstring_view libraryPath,
+                                           std::wstring_view classId) override {
+        return make("Automation.createFromLibrary", L"load ", std::wstring(libraryPath).append(classId));
+    }
+    Automated<ObjectRef> bind(std::wstring_view moniker) override {
+        return make("Automation.bind", L"bind ", std::wstring(moniker));
+    }
     ObjectRef errorObject(std::shared_ptr<ErrorRecord> record) override;
 
     /// The uses of all objects. Creations stand here too: "create rk_Runtime.rk_Fehler".
@@ -85,7 +94,7 @@ public:
 private:
     Automated<ObjectRef> make(std::string_view function, std::wstring_view verb, std::wstring key);
 
-    std::map<std::wstring, Factory> factories_;
+    std::map<std::wstring, ObjectRef> provided_;
 };
 
 } // namespace tarv

@@ -3,11 +3,8 @@
 #include "platform/Desktop.h"
 #include "tests/support/FaultPlan.h"
 
-#include <deque>
 #include <functional>
 #include <set>
-#include <string>
-#include <vector>
 
 namespace tarv {
 
@@ -21,21 +18,18 @@ struct ShownMessageBox {
 
 /// Records what the user would see and answers for him. The callbacks let the world change in the middle of a
 /// waiting loop.
-class FakeDesktop : public Desktop {
+class FakeDesktop : public Desktop, Planned {
 public:
-    explicit FakeDesktop(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     std::int32_t messageBox(std::wstring_view text, std::wstring_view title, std::uint32_t style) override {
         if (faults_.enter("Desktop.messageBox"))
             return 0;
         boxes.push_back({std::wstring(text), std::wstring(title), style});
-        if (answers.empty())
-            return (style & 15) == message_box::ok      ? message_box::answerOk
-                   : (style & 15) == message_box::yesNo ? message_box::answerYes
-                                                        : message_box::answerCancel;
-        const std::int32_t answer = answers.front();
-        answers.pop_front();
-        return answer;
+        const std::uint32_t buttons = style & 15;
+        return nextOf(answers, buttons == message_box::ok      ? message_box::answerOk
+                               : buttons == message_box::yesNo ? message_box::answerYes
+                                                               : message_box::answerCancel);
     }
 
     void pumpMessages() override {
@@ -90,9 +84,6 @@ public:
 
     std::function<void()> onPump;
     std::function<void(std::uint32_t)> onSleep;
-
-private:
-    FaultPlan& faults_;
 };
 
 } // namespace tarv

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/FileStore.h"
+#include "tests/support/FaultPlan.h"
 
 #include <map>
-#include <memory>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace tarv {
 
@@ -16,17 +14,13 @@ struct FakeEntry {
     std::wstring shortName;
     std::uint32_t attributes = attribute::directory;
     std::string bytes;
-    /// Under their upper-cased names, which is also the order in which Windows delivers them.
-    std::map<std::wstring, std::unique_ptr<FakeEntry>> children;
 
     bool isFolder() const { return (attributes & attribute::directory) != 0; }
-    /// By long or short name, without regard to case; null when missing.
-    FakeEntry* child(std::wstring_view wanted) const;
 };
 
-/// Files in memory under Windows paths, shared by all fakes that read or write files. Knows drives and
-/// network shares, "." and "..", and paths relative to the current directory. A new disk holds the Windows
-/// folder, the common application data and the running program.
+/// Files in memory under Windows paths, shared by all fakes that read or write files; a path without drive
+/// begins in the current directory. A new disk holds the Windows folder, the common application data and the
+/// running program.
 class FakeDisk {
 public:
     FakeDisk();
@@ -37,27 +31,58 @@ public:
                        std::uint32_t attributes = attribute::archive, std::wstring shortName = {});
     FakeEntry& addFolder(std::wstring_view path, std::uint32_t attributes = attribute::directory,
                          std::wstring shortName = {});
+    /// A folder goes with all that it holds.
     void remove(std::wstring_view path);
 
-    FakeEntry* find(std::wstring_view path) const;
-    bool exists(std::wstring_view path) const { return find(path) != nullptr; }
+    /// By long or short names, without regard to case; null when missing.
+    FakeEntry* find(std::wstring_view path);
+    bool exists(std::wstring_view path) { return find(path) != nullptr; }
     /// The bytes of a file; throws when there is none, so that a wrong path shows in the test.
-    const std::string& bytes(std::wstring_view path) const;
-    /// The folder that holds or would hold the path's last component; null when it is missing.
-    FakeEntry* parent(std::wstring_view path) const;
+    const std::string& bytes(std::wstring_view path);
+    /// Whether the path's last component stands or would stand in a folder.
+    bool hasParent(std::wstring_view path);
+    /// In the order in which Windows delivers them.
+    std::vector<FakeEntry> children(std::wstring_view folder);
 
     std::wstring currentDirectory = L"C:\\Program Files\\TARVENIK";
 
 private:
-    /// The components of the absolute path, beginning with the drive ("C:") or the server ("\\server").
-    std::vector<std::wstring> walk(std::wstring_view path) const;
-    FakeEntry* descend(std::wstring_view path, std::size_t leaveOut) const;
-    FakeEntry& add(std::wstring_view path, std::uint32_t attributes, std::wstring shortName);
+    std::vector<std::wstring> parts(std::wstring_view path) const;
+    std::wstring step(const std::wstring& key, std::wstring_view part) const;
+    std::wstring keyOf(std::wstring_view path) const;
 
-    std::unique_ptr<FakeEntry> root_ = std::make_unique<FakeEntry>();
+    /// By upper-cased absolute path of long names, and such paths with a short name at the end to their keys.
+    std::map<std::wstring, FakeEntry> entries_;
+    std::map<std::wstring, std::wstring> shortNames_;
 };
 
-/// Whether a name matches a search pattern with "*" and "?" as the Windows directory search does it.
-bool matchesPattern(std::wstring_view name, std::wstring_view pattern);
+/// The file store over the scripted disk. A search is a snapshot taken when it begins.
+class FakeFileStore : public FileStore {
+public:
+    FakeFileStore(FaultPlan& faults, FakeDisk& disk) : faults_(faults), disk_(disk) {}
+
+    Answer<std::int64_t> length(std::wstring_view path) override;
+    Answer<std::uint32_t> attributes(std::wstring_view path) override;
+    std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override;
+    SystemCode append(std::wstring_view path, std::string_view bytes) override;
+    SystemCode overwrite(std::wstring_view path, std::string_view bytes) override;
+    SystemCode remove(std::wstring_view path) override;
+    SystemCode replace(std::wstring_view path, std::wstring_view by) override;
+    std::wstring currentDirectory() override {
+        return faults_.value("FileStore.currentDirectory", disk_.currentDirectory);
+    }
+
+    /// Searches that have not been ended; a leak shows here.
+    int openSearches = 0;
+
+private:
+    Answer<FakeEntry*> existing(std::wstring_view path);
+    /// 0 where the path is or could become a file that may be changed.
+    SystemCode refusal(std::wstring_view path);
+    SystemCode write(std::wstring_view path, std::string bytes);
+
+    FaultPlan& faults_;
+    FakeDisk& disk_;
+};
 
 } // namespace tarv

@@ -1,14 +1,16 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "runtime/Runtime.h"
 #include "tests/support/FakeAutomation.h"
 #include "tests/support/FakeDesktop.h"
-#include "tests/support/FakeFileStore.h"
 #include "tests/support/FakeProcesses.h"
 #include "tests/support/FakeProfileFiles.h"
 #include "tests/support/FakeShellOperations.h"
 #include "tests/support/FakeSystem.h"
 #include "tests/support/FakeXmlDom.h"
+
+#include <gtest/gtest.h>
 
 namespace tarv {
 
@@ -36,6 +38,12 @@ struct FakePlatform {
     FakePlatform() = default;
     FakePlatform(const FakePlatform&) = delete;
     FakePlatform& operator=(const FakePlatform&) = delete;
+};
+
+/// A test over the scripted border.
+struct Scripted : testing::Test {
+    FakePlatform fake;
+    Runtime rt{fake.border};
 };
 
 } // namespace tarv

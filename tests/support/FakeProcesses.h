@@ -5,10 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <functional>
 #include <set>
-#include <vector>
 
 namespace tarv {
 
@@ -22,9 +20,9 @@ struct ShellStart {
 
 /// Records what would be started. Every start that is not planned to fail succeeds and opens two handles;
 /// closing a handle that is not open fails the running test.
-class FakeProcesses : public Processes {
+class FakeProcesses : public Processes, Planned {
 public:
-    explicit FakeProcesses(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     Answer<ProcessInformation> create(const ProcessRequest& request) override {
         created.push_back(request);
@@ -74,14 +72,9 @@ private:
     std::uint32_t wait(std::string_view function, KernelHandle handle, std::deque<std::uint32_t>& scripted) {
         if (faults_.enter(function) || !open.contains(handle))
             return wait_result::failed;
-        if (scripted.empty())
-            return wait_result::signaled;
-        const std::uint32_t answer = scripted.front();
-        scripted.pop_front();
-        return answer;
+        return nextOf(scripted, wait_result::signaled);
     }
 
-    FaultPlan& faults_;
     std::uint32_t lastNumber_ = 0x100;
 };
 

@@ -21,12 +21,10 @@ public:
     /// Makes an INI file of 8-bit text; a bare name goes to the Windows folder.
     void fill(std::wstring_view file, std::wstring_view text);
     /// The text of an INI file as it is on the disk; empty when it is missing.
-    std::wstring text(std::wstring_view file) const;
-
-    std::wstring windowsFolder = L"C:\\Windows";
+    std::wstring text(std::wstring_view file);
 
 private:
-    std::wstring located(std::wstring_view file) const;
+    static std::wstring located(std::wstring_view file);
 
     FaultPlan& faults_;
     FakeDisk& disk_;

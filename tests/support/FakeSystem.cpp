@@ -17,12 +17,6 @@ void FakeEnvironment::set(std::wstring_view name, std::wstring_view text) {
     (entry == list.end() ? list.emplace_back() : *entry) = std::wstring(name) + L"=" + std::wstring(text);
 }
 
-void FakeEnvironment::unset(std::wstring_view name) {
-    const auto entry = find(name);
-    if (entry != list.end())
-        list.erase(entry);
-}
-
 std::vector<std::wstring>::iterator FakeEnvironment::find(std::wstring_view name) {
     const std::wstring key = upperCase(name) + L"=";
     return std::ranges::find_if(list, [&](const auto& entry) { return upperCase(entry).starts_with(key); });
@@ -52,13 +46,9 @@ static_assert(upperControls.size() == 32);
 std::string FakeCodePage::encode(std::wstring_view text) {
     std::string bytes;
     for (const wchar_t character : text) {
-        const std::size_t place = upperControls.find(character);
-        if (place != std::wstring_view::npos)
-            bytes += static_cast<char>(0x80 + place);
-        else
-            bytes += character < 0x80 || (character > 0x9F && character < 0x100)
-                         ? static_cast<char>(character)
-                         : '?';
+        const std::size_t upper = upperControls.find(character);
+        const bool ownCode = character < 0x80 || (character > 0x9F && character < 0x100);
+        bytes += static_cast<char>(upper != upperControls.npos ? 0x80 + upper : ownCode ? character : L'?');
     }
     return bytes;
 }

@@ -9,16 +9,15 @@
 
 namespace tarv {
 
-class FakeEnvironment : public Environment {
+class FakeEnvironment : public Environment, Planned {
 public:
-    explicit FakeEnvironment(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     std::vector<std::wstring> entries() override { return faults_.value("Environment.entries", list); }
     std::wstring value(std::wstring_view name) override;
 
     /// Replaces the entry in its place or adds it at the end.
     void set(std::wstring_view name, std::wstring_view text);
-    void unset(std::wstring_view name);
 
     /// The entries as they stand, in order.
     std::vector<std::wstring> list{L"=C:=C:\\Program Files\\TARVENIK", L"ProgramData=C:\\ProgramData",
@@ -26,27 +25,22 @@ public:
 
 private:
     std::vector<std::wstring>::iterator find(std::wstring_view name);
-
-    FaultPlan& faults_;
 };
 
-class FakeOwnProgram : public OwnProgram {
+class FakeOwnProgram : public OwnProgram, Planned {
 public:
-    explicit FakeOwnProgram(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     std::wstring path() override { return faults_.value("OwnProgram.path", file); }
     FileVersion version() override { return faults_.value("OwnProgram.version", number); }
 
     std::wstring file = L"C:\\Program Files\\TARVENIK\\TarvService.exe";
     FileVersion number{1, 0, 0};
-
-private:
-    FaultPlan& faults_;
 };
 
-class FakeMachineFacts : public MachineFacts {
+class FakeMachineFacts : public MachineFacts, Planned {
 public:
-    explicit FakeMachineFacts(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     VersionInfo version() override;
     Answer<std::wstring> computerName() override { return answer("MachineFacts.computerName", computer); }
@@ -71,17 +65,14 @@ public:
 
 private:
     Answer<std::wstring> answer(std::string_view function, const std::wstring& text) {
-        const auto code = faults_.enter(function);
-        return code ? Answer<std::wstring>(Failure{*code}) : Answer<std::wstring>(text);
+        return faults_.answer(function, [&] { return Answer(text); });
     }
-
-    FaultPlan& faults_;
 };
 
 /// German unless a test says otherwise.
-class FakeRegionalSettings : public RegionalSettings {
+class FakeRegionalSettings : public RegionalSettings, Planned {
 public:
-    explicit FakeRegionalSettings(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     std::wstring decimalSeparator() override {
         return faults_.value("RegionalSettings.decimalSeparator", decimal_);
@@ -97,16 +88,15 @@ public:
     }
 
 private:
-    FaultPlan& faults_;
     std::wstring decimal_ = L",";
     std::wstring thousands_ = L".";
 };
 
 /// Code page 1252. What it cannot hold becomes "?"; the system's lookalikes (an L for a Polish one) are left
 /// out.
-class FakeCodePage : public CodePage {
+class FakeCodePage : public CodePage, Planned {
 public:
-    explicit FakeCodePage(FaultPlan& faults) : faults_(faults) {}
+    using Planned::Planned;
 
     std::string toAnsi(std::wstring_view text) override {
         return faults_.value("CodePage.toAnsi", encode(text));
@@ -117,9 +107,6 @@ public:
 
     static std::string encode(std::wstring_view text);
     static std::wstring decode(std::string_view bytes);
-
-private:
-    FaultPlan& faults_;
 };
 
 } // namespace tarv

@@ -1,208 +1,114 @@
 #include "tests/support/FakeXmlDom.h"
 
-#include <algorithm>
-
 namespace tarv {
 namespace {
 
-using ElementRef = std::shared_ptr<FakeElement>;
-
-void collect(const ElementRef& from, std::wstring_view path, std::vector<ElementRef>& found) {
-    const auto slash = path.find(L'/');
-    for (const ElementRef& child : from->children) {
-        if (child->name != path.substr(0, slash))
-            continue;
-        if (slash == path.npos)
-            found.push_back(child);
-        else
-            collect(child, path.substr(slash + 1), found);
-    }
-}
-
-Failure<ErrorRecord> failure(SystemCode number) {
-    return Failure{ErrorRecord{static_cast<std::int32_t>(number), L"Verweigert", L"Parser"}};
-}
-
-class FakeXmlNode : public XmlNode {
+/// What nodes and documents share: every function asks the plan first.
+class FakeXmlPart {
 public:
-    FakeXmlNode(FakeXmlParsers& parsers, ElementRef element)
-        : parsers_(parsers), element_(std::move(element)) {}
+    explicit FakeXmlPart(FakeXmlParsers& parsers) : parsers_(parsers) {}
 
-    Automated<XmlNodeRef> selectSingleNode(std::wstring_view path) override {
-        if (const auto code = parsers_.faults.enter("XmlNode.selectSingleNode"))
-            return failure(*code);
-        const auto found = select(path);
-        return found.empty() ? XmlNodeRef() : wrapped(found.front());
-    }
-    Automated<std::int32_t> countNodes(std::wstring_view path) override {
-        if (const auto code = parsers_.faults.enter("XmlNode.countNodes"))
-            return failure(*code);
-        return static_cast<std::int32_t>(select(path).size());
-    }
-    Automated<std::wstring> text() override { return answer("XmlNode.text", element_->text); }
-    Automated<std::wstring> xml() override {
-        return answer("XmlNode.xml", L"<" + element_->name + L">" + element_->text);
-    }
-    Automated<std::wstring> nodeName() override { return answer("XmlNode.nodeName", element_->name); }
-    Automated<Empty> putText(std::wstring_view text) override {
-        return change("XmlNode.putText", [&] { element_->text = text; });
-    }
-    Automated<XmlNodeRef> parentNode() override {
-        if (const auto code = parsers_.faults.enter("XmlNode.parentNode"))
-            return failure(*code);
-        if (element_->parent == nullptr)
-            return XmlNodeRef();
-        return wrapped(element_->parent->parent != nullptr ? *position(*element_->parent)
-                                                           : parsers_.document);
-    }
-    Automated<Empty> appendChild(XmlNode& child) override {
-        return change("XmlNode.appendChild", [&] {
-            element_->children.push_back(static_cast<FakeXmlNode&>(child).element_);
-            element_->children.back()->parent = element_.get();
-        });
-    }
-    Automated<Empty> removeChild(XmlNode& child) override {
-        return change("XmlNode.removeChild", [&] {
-            element_->children.erase(position(*static_cast<FakeXmlNode&>(child).element_));
-        });
-    }
-    Automated<Value> getAttribute(std::wstring_view name) override {
-        if (const auto code = parsers_.faults.enter("XmlNode.getAttribute"))
-            return failure(*code);
-        const auto found = element_->attributes.find(std::wstring(name));
-        return found == element_->attributes.end() ? Value(Null{}) : found->second;
-    }
-    Automated<Empty> setAttribute(std::wstring_view name, const Value& value) override {
-        return change("XmlNode.setAttribute", [&] { element_->attributes[std::wstring(name)] = value; });
-    }
-    Automated<Empty> removeAttribute(std::wstring_view name) override {
-        return change("XmlNode.removeAttribute", [&] { element_->attributes.erase(std::wstring(name)); });
-    }
-
-private:
-    std::vector<ElementRef> select(std::wstring_view path) const {
-        std::vector<ElementRef> found;
-        const bool fromTop = path.starts_with(L'/');
-        collect(fromTop ? parsers_.document : element_, path.substr(fromTop ? 1 : 0), found);
-        return found;
-    }
-    static std::vector<ElementRef>::iterator position(FakeElement& child) {
-        return std::ranges::find(child.parent->children, &child, &ElementRef::get);
-    }
-    XmlNodeRef wrapped(ElementRef element) const {
-        return std::make_unique<FakeXmlNode>(parsers_, std::move(element));
-    }
-    Automated<std::wstring> answer(std::string_view function, std::wstring text) {
+protected:
+    template <class T>
+    Automated<T> answer(std::string_view function, T value) {
         if (const auto code = parsers_.faults.enter(function))
-            return failure(*code);
-        return text;
+            return Failure{ErrorRecord{static_cast<std::int32_t>(*code), L"Verweigert", L"Parser"}};
+        return value;
     }
-    template <class Action>
-    Automated<Empty> change(std::string_view function, Action action) {
-        if (const auto code = parsers_.faults.enter(function))
-            return failure(*code);
-        action();
-        return Empty{};
+    Automated<Empty> change(std::string_view function, std::wstring what) {
+        auto done = answer(function, Empty{});
+        if (done)
+            parsers_.log.push_back(std::move(what));
+        return done;
     }
 
     FakeXmlParsers& parsers_;
-    ElementRef element_;
 };
 
-class FakeXmlDocument : public XmlDocument {
+class FakeXmlNode : public XmlNode, FakeXmlPart {
 public:
-    explicit FakeXmlDocument(FakeXmlParsers& parsers) : parsers_(parsers) { ++parsers_.openDocuments; }
+    using FakeXmlPart::FakeXmlPart;
+
+    Automated<XmlNodeRef> selectSingleNode(std::wstring_view) override {
+        return answer("XmlNode.selectSingleNode", parsers_.hasNodes ? another() : nullptr);
+    }
+    Automated<std::int32_t> countNodes(std::wstring_view) override {
+        return answer("XmlNode.countNodes", std::int32_t{parsers_.hasNodes});
+    }
+    Automated<std::wstring> text() override { return answer("XmlNode.text", parsers_.content); }
+    Automated<std::wstring> xml() override { return answer("XmlNode.xml", parsers_.content); }
+    Automated<std::wstring> nodeName() override { return answer("XmlNode.nodeName", std::wstring(L"n")); }
+    Automated<XmlNodeRef> parentNode() override { return answer("XmlNode.parentNode", another()); }
+    Automated<Value> getAttribute(std::wstring_view) override {
+        return answer("XmlNode.getAttribute", Value(parsers_.content));
+    }
+    Automated<Empty> putText(std::wstring_view) override { return change("XmlNode.putText", L"putText"); }
+    Automated<Empty> appendChild(XmlNode&) override { return change("XmlNode.appendChild", L"appendChild"); }
+    Automated<Empty> removeChild(XmlNode&) override { return change("XmlNode.removeChild", L"removeChild"); }
+    Automated<Empty> setAttribute(std::wstring_view, const Value&) override {
+        return change("XmlNode.setAttribute", L"setAttribute");
+    }
+    Automated<Empty> removeAttribute(std::wstring_view) override {
+        return change("XmlNode.removeAttribute", L"removeAttribute");
+    }
+
+private:
+    XmlNodeRef another() const { return std::make_unique<FakeXmlNode>(parsers_); }
+};
+
+class FakeXmlDocument : public XmlDocument, FakeXmlPart {
+public:
+    explicit FakeXmlDocument(FakeXmlParsers& parsers) : FakeXmlPart(parsers) { ++parsers_.openDocuments; }
     ~FakeXmlDocument() override { --parsers_.openDocuments; }
 
     Automated<Empty> putResolveExternals(bool value) override {
-        return noted("XmlDocument.putResolveExternals", L"resolveExternals " + std::to_wstring(value));
+        return change("XmlDocument.putResolveExternals", L"resolveExternals " + std::to_wstring(value));
     }
     Automated<Empty> putValidateOnParse(bool value) override {
-        return noted("XmlDocument.putValidateOnParse", L"validateOnParse " + std::to_wstring(value));
+        return change("XmlDocument.putValidateOnParse", L"validateOnParse " + std::to_wstring(value));
     }
     Automated<Empty> putAsync(bool value) override {
-        return noted("XmlDocument.putAsync", L"async " + std::to_wstring(value));
+        return change("XmlDocument.putAsync", L"async " + std::to_wstring(value));
     }
     Automated<Empty> save(std::wstring_view path) override {
-        auto done = noted("XmlDocument.save", L"save " + std::wstring(path));
+        auto done = change("XmlDocument.save", L"save " + std::wstring(path));
         // A save that fails has already emptied its file, as the real one does.
         parsers_.disk.addFile(path, done ? "<neu/>" : "");
         return done;
     }
     Automated<bool> load(std::wstring_view path) override {
-        if (const auto done = noted("XmlDocument.load", L"load " + std::wstring(path)); !done)
-            return Failure{done.error()};
-        return parsers_.accepts(true, path);
+        parsers_.log.push_back(L"load " + std::wstring(path));
+        return answer("XmlDocument.load", parsers_.accepts(true, path));
     }
     Automated<bool> loadXml(std::wstring_view text) override {
-        if (const auto done = noted("XmlDocument.loadXml", L"loadXML"); !done)
-            return Failure{done.error()};
-        return parsers_.accepts(false, text);
+        parsers_.log.push_back(L"loadXML");
+        return answer("XmlDocument.loadXml", parsers_.accepts(false, text));
     }
     Automated<XmlParseError> parseError() override {
-        if (const auto code = parsers_.faults.enter("XmlDocument.parseError"))
-            return failure(*code);
-        return parsers_.error;
+        return answer("XmlDocument.parseError", parsers_.error);
     }
-    Automated<std::wstring> xml() override {
-        if (const auto code = parsers_.faults.enter("XmlDocument.xml"))
-            return failure(*code);
-        return parsers_.root().text;
-    }
+    Automated<std::wstring> xml() override { return answer("XmlDocument.xml", parsers_.content); }
     Automated<std::wstring> declaration() override {
-        if (const auto code = parsers_.faults.enter("XmlDocument.declaration"))
-            return failure(*code);
-        return parsers_.declaration;
+        return answer("XmlDocument.declaration", parsers_.declaration);
     }
     Automated<XmlNodeRef> documentElement() override {
-        if (const auto code = parsers_.faults.enter("XmlDocument.documentElement"))
-            return failure(*code);
-        if (parsers_.document->children.empty())
-            return XmlNodeRef();
-        return XmlNodeRef(std::make_unique<FakeXmlNode>(parsers_, parsers_.document->children.front()));
+        return answer("XmlDocument.documentElement", parsers_.hasDocumentElement ? node() : nullptr);
     }
-    Automated<XmlNodeRef> createElement(std::wstring_view name) override {
-        if (const auto code = parsers_.faults.enter("XmlDocument.createElement"))
-            return failure(*code);
-        auto element = std::make_shared<FakeElement>();
-        element->name = name;
-        return XmlNodeRef(std::make_unique<FakeXmlNode>(parsers_, std::move(element)));
+    Automated<XmlNodeRef> createElement(std::wstring_view) override {
+        return answer("XmlDocument.createElement", node());
     }
 
 private:
-    Automated<Empty> noted(std::string_view function, std::wstring what) {
-        parsers_.log.push_back(std::move(what));
-        if (const auto code = parsers_.faults.enter(function))
-            return failure(*code);
-        return Empty{};
-    }
-
-    FakeXmlParsers& parsers_;
+    XmlNodeRef node() const { return std::make_unique<FakeXmlNode>(parsers_); }
 };
 
 } // namespace
 
-std::shared_ptr<FakeElement> FakeElement::add(std::wstring_view childName, std::wstring_view childText) {
-    auto child = std::make_shared<FakeElement>();
-    child->name = childName;
-    child->text = childText;
-    child->parent = this;
-    children.push_back(child);
-    return child;
-}
-
-FakeXmlParsers::FakeXmlParsers(FaultPlan& plan, FakeDisk& files)
-    : faults(plan), disk(files), document(std::make_shared<FakeElement>()) {
-    document->name = L"#document";
-    document->add(L"r");
-}
-
 Automated<XmlDocumentRef> FakeXmlParsers::create(std::wstring_view progId) {
     log.push_back(L"create " + std::wstring(progId));
-    if (const auto code = faults.enter("XmlParsers.create"))
-        return failure(*code);
-    if (std::ranges::find(known, progId) == known.end())
-        return failure(429);
+    const auto code = faults.enter("XmlParsers.create");
+    if (code || std::ranges::count(known, progId) == 0)
+        return Failure{ErrorRecord{static_cast<std::int32_t>(code.value_or(429)), L"Verweigert", L"Parser"}};
     return XmlDocumentRef(std::make_unique<FakeXmlDocument>(*this));
 }
 

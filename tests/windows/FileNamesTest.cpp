@@ -31,7 +31,6 @@ TEST_F(FileNamesTest, ProfileFilesAreReachedThroughSuchFolders) {
     ASSERT_EQ(files.overwrite(ini, "[Info]\r\nProgVersion=12.3\r\n"), 0u);
     ProfileFiles& profiles = windows.border().profiles;
     EXPECT_EQ(profiles.getString(L"Info", L"ProgVersion", L"none", 100, ini), L"12.3");
-    EXPECT_EQ(profiles.getSectionNames(100, ini), std::wstring(L"Info\0", 5));
     EXPECT_TRUE(profiles.writeString(L"Info", L"Neu", L"1", ini));
     EXPECT_EQ(profiles.getString(L"Info", L"Neu", L"none", 100, ini), L"1");
     EXPECT_EQ(files.remove(ini), 0u);
@@ -41,18 +40,16 @@ TEST(LongFileNameTest, OnlyLongPathsGetThePrefix) {
     const std::wstring tail(300, L'x');
     wchar_t current[MAX_PATH];
     GetCurrentDirectoryW(MAX_PATH, current);
-    const struct {
-        std::wstring path, name;
-    } cases[] = {{L"", L""},
-                 {L"C:\\a\\..\\b", L"C:\\a\\..\\b"},
-                 {L"C:\\a\\..\\b/" + tail, L"\\\\?\\C:\\b\\" + tail},
-                 {L"\\\\server\\share\\" + tail, L"\\\\?\\UNC\\server\\share\\" + tail},
-                 {L"\\\\?\\C:\\" + tail, L"\\\\?\\C:\\" + tail},
-                 {tail, std::wstring(L"\\\\?\\") + current + L"\\" + tail},
-                 {L"C:\\" + tail + L"\\*.txt", L"\\\\?\\C:\\" + tail + L"\\*.txt"}};
-    for (const auto& one : cases) {
-        EXPECT_EQ(toFileName(one.path), one.name);
-    }
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {L"", L""},
+        {L"C:\\a\\..\\b", L"C:\\a\\..\\b"},
+        {L"C:\\a\\..\\b/" + tail, L"\\\\?\\C:\\b\\" + tail},
+        {L"\\\\server\\share\\" + tail, L"\\\\?\\UNC\\server\\share\\" + tail},
+        {L"\\\\?\\C:\\" + tail, L"\\\\?\\C:\\" + tail},
+        {tail, std::wstring(L"\\\\?\\") + current + L"\\" + tail},
+        {L"C:\\" + tail + L"\\*.txt", L"\\\\?\\C:\\" + tail + L"\\*.txt"}};
+    for (const auto& [path, name] : cases)
+        EXPECT_EQ(toFileName(path), name);
 }
 
 TEST_F(FileNamesTest, AppendersDoNotOverwriteEachOther) {

@@ -45,21 +45,5 @@ TEST(ProcessHardeningTest, LibrariesWithoutPathComeFromTheSystemFolderOnly) {
     FreeLibrary(known);
 }
 
-TEST(ProcessesTest, CommandLineKeepsEveryCharacter) {
-    WindowsPlatform windows;
-    Platform& border = windows.border();
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    const std::wstring file = std::wstring(folder) + L"tarv \u0436 \u00e4.txt";
-    const std::wstring shell = border.machine.systemDirectory() + L"\\cmd.exe";
-    const auto started = border.processes.create(
-        {shell, L"cmd /c copy /y nul \"" + file + L"\"", false, CREATE_NO_WINDOW, SW_HIDE});
-    ASSERT_TRUE(started);
-    EXPECT_EQ(border.processes.waitForObject(started->process, 30000), wait_result::signaled);
-    border.processes.close(started->thread);
-    border.processes.close(started->process);
-    EXPECT_TRUE(DeleteFileW(file.c_str()));
-}
-
 } // namespace
 } // namespace tarv

@@ -1,4 +1,3 @@
-#include "platform/RegionalSettings.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 
@@ -26,8 +25,6 @@ public:
         for (const auto& entry : fs::recursive_directory_iterator(folder_))
             SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
         fs::remove_all(folder_);
-        if (!decimal_.empty())
-            setSeparators(decimal_, thousands_);
     }
 
     Platform& border() override { return platform_.border(); }
@@ -48,14 +45,6 @@ public:
     void setVariable(const std::wstring& name, const std::wstring& text) override {
         SetEnvironmentVariableW(name.c_str(), text.c_str());
     }
-    void setSeparators(const std::wstring& decimal, const std::wstring& thousands) override {
-        if (decimal_.empty()) {
-            decimal_ = border().regional.decimalSeparator();
-            thousands_ = border().regional.thousandsSeparator();
-        }
-        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, decimal.c_str());
-        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, thousands.c_str());
-    }
     ProcessRequest sleeper() override {
         wchar_t own[MAX_PATH];
         GetModuleFileNameW(nullptr, own, MAX_PATH);
@@ -71,8 +60,6 @@ private:
     } com_;
     WindowsPlatform platform_;
     fs::path folder_;
-    std::wstring decimal_;
-    std::wstring thousands_;
 };
 
 } // namespace

@@ -9,58 +9,41 @@ namespace tarv {
 namespace {
 
 TEST(XmlColor, TextBecomesValueOrError) {
-    const struct {
-        const wchar_t* text;
-        std::int32_t value;
-        std::int32_t error;
-    } cases[] = {
-        {L"(255, 128, 0)", 33023, 0},
-        {L"(0, 0, 255)", 16711680, 0},
-        {L"(1, 2, 3, 4)", 1 + 512, 0}, // the third part loses its last character all the same
-        {L"[ 7 x, 1e1, 2.5]", 7 + 2560 + 2 * 65536, 0},
-        {L"(0.5, 1.5, -1)", 0 + 512 - 65536, 0},
-        {L"x, y, z", 0, 0},
-        {L", , ", 0, 0},
-        {L"(0, 0, 32767)", 2147418112, 0},
-        {L"(65535, 0, 32767)", 2147483647, 0},
-        {L"(65536, 0, 32767)", 0, error_number::overflow},
-        {L"(0, 0, -32769)", 0, error_number::overflow},
-        {L"(1e999, 0, 0)", 0, error_number::overflow},
-        {L"", 0, error_number::subscriptOutOfRange},
-        {L"(1,2,3)", 0, error_number::subscriptOutOfRange},
-        {L"(1, 2)", 0, error_number::subscriptOutOfRange},
-    };
-    for (const auto& one : cases) {
+    const std::pair<const wchar_t*, std::int32_t> values[] = {
+        {L"(255, 128, 0)", 33023},
+        {L"(1, 2, 3, 4)", 1 + 512}, // the third part loses its last character all the same
+        {L"[ 7 x, 1e1, 2.5]", 7 + 2560 + 2 * 65536},
+        {L"(0.5, 1.5, -1)", 0 + 512 - 65536},
+        {L", , ", 0},
+        {L"(65535, 0, 32767)", 2147483647}};
+    for (const auto& [text, value] : values)
+        EXPECT_EQ(colorValue(text), value) << text;
+    const std::pair<const wchar_t*, std::int32_t> errors[] = {
+        {L"(65536, 0, 32767)", error_number::overflow},  {L"(0, 0, -32769)", error_number::overflow},
+        {L"(1e999, 0, 0)", error_number::overflow},      {L"", error_number::subscriptOutOfRange},
+        {L"(1,2,3)", error_number::subscriptOutOfRange}, {L"(1, 2)", error_number::subscriptOutOfRange}};
+    for (const auto& [text, number] : errors)
         try {
-            const std::int32_t value = colorValue(one.text);
-            EXPECT_EQ(one.error, 0) << one.text;
-            EXPECT_EQ(value, one.value) << one.text;
+            ADD_FAILURE() << text << " is " << colorValue(text);
         } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.record().number, one.error) << one.text;
+            EXPECT_EQ(error.record().number, number) << text;
         }
-    }
     EXPECT_EQ(colorText(255, -1, 32767), L"(255, -1, 32767)");
 }
 
 TEST(XmlText, LineEndsAndDeclarations) {
     EXPECT_EQ(withWindowsLineEnds(L"a\nb\r\nc\n"), L"a\r\nb\r\r\nc\r\n");
-    EXPECT_EQ(withWindowsLineEnds(L"a\rb"), L"a\rb");
-
     const std::wstring full = L"<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
-    const struct {
-        std::wstring before, after;
-    } cases[] = {
+    const std::pair<std::wstring, std::wstring> cases[] = {
         {L"<?xml version=\"1.0\"?><r/>", full + L"<r/>"},
         {L"<?XML Version=\"1.0\"?><r/>", full + L"<r/>"},
         {L"<?a?><?xml version=\"1.0\"?><?xml version=\"1.0\"?>", L"<?a?>" + full + full},
         {L"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>",
          L"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"},
-        {L"<?xml version=\"1.0\" ?>", L"<?xml version=\"1.0\" ?>"},
         {L"<r/><?xml version=\"1.0\"?", L"<r/><?xml version=\"1.0\"?"},
-        {L"", L""},
     };
-    for (const auto& one : cases)
-        EXPECT_EQ(withCompleteDeclaration(one.before), one.after);
+    for (const auto& [before, after] : cases)
+        EXPECT_EQ(withCompleteDeclaration(before), after);
 }
 
 TEST(XmlText, WhatXmlCannotHold) {

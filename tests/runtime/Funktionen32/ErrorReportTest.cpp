@@ -1,17 +1,12 @@
 #include "runtime/Funktionen32/ErrorReport.h"
 
 #include "runtime/Funktionen32/ErrorDisplay.h"
-#include "runtime/Runtime.h"
 #include "tests/support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace tarv {
 namespace {
 
-struct ErrorReport : testing::Test {
-    FakePlatform fake;
-    Runtime rt{fake.border};
+struct ErrorReport : Scripted {
     ErrorRecord error{53, L"Datei nicht gefunden", L"Quelle"};
     /// What the display answers to "EMW".
     Value answer;
