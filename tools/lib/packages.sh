@@ -1,7 +1,7 @@
 # Installing what a fresh Debian machine lacks. Sourced after steps.sh.
 
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
-wine_packages=(wine wine64 fonts-wine fonts-liberation xvfb xauth)
+wine_packages=(wine wine64 xvfb xauth fonts-liberation)
 test_packages=(googletest clang libclang-rt-dev)
 wine32_packages=(debootstrap util-linux)
 picture_packages=(imagemagick)

@@ -18,7 +18,7 @@ wine32_install() {
     mkdir -p "$(dirname "$target")"
     for attempt in 1 2 3; do
         as_root rm -rf --one-file-system "$partial"
-        if as_root debootstrap --arch=i386 --variant=minbase --include=wine32,wine,fonts-wine "$release" "$partial" ${mirror:+"$mirror"}; then
+        if as_root debootstrap --arch=i386 --variant=minbase --include=wine32,wine "$release" "$partial" ${mirror:+"$mirror"}; then
             # Mount points are made in it later, without root where the user is not root.
             as_root chown -R "$(id -u):$(id -g)" "$partial"
             mv "$partial" "$target"
