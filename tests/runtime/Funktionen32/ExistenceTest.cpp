@@ -13,6 +13,8 @@ struct Existence : Scripted {
         fake.disk.addFile(L"C:\\t\\empty.txt");
         fake.disk.addFile(L"C:\\t\\plain.txt", "", attribute::normal);
         fake.disk.addFile(L"C:\\t\\hidden.dat", "x", attribute::hidden);
+        fake.disk.addFile(L"C:\\u\\x.datei", "x");
+        fake.disk.addFile(L"C:\\u\\x.endung", "x");
         fake.disk.addFolder(L"C:\\t\\folder");
         fake.disk.addFolder(L"C:\\t\\pro.jekt");
         rt.accessMode = 1;
@@ -30,6 +32,8 @@ TEST_F(Existence, FilesAndFolders) {
     const std::tuple<const wchar_t*, bool, bool> cases[]{
         {L"", false, false},
         {L"C:\\t\\full.txt", true, true}, // a file found for a folder counts when it looks like a file
+        {L"C:\\u\\x.datei", true, true},  // a "." among the last six characters
+        {L"C:\\u\\x.endung", true, false},
         {L"C:\\t\\full.txt\\", false, false},
         {L"C:\\t\\EMPTY.TXT", true, true},
         {L"C:\\t\\plain.txt", false, false},
