@@ -3,6 +3,23 @@
 #include <cstring>
 
 namespace tarv::ui {
+namespace {
+
+/// Clipboard managers and remote desktops hold the clipboard for moments, just after it has changed above
+/// all.
+bool openPatiently(HWND owner) {
+    constexpr int attempts = 25;
+    constexpr DWORD pause = 20; // milliseconds
+    for (int attempt = 1; !OpenClipboard(owner); ++attempt) {
+        if (attempt == attempts) {
+            return false;
+        }
+        Sleep(pause);
+    }
+    return true;
+}
+
+} // namespace
 
 bool copyToClipboard(HWND owner, std::wstring_view text) {
     const std::size_t bytes = text.size() * sizeof(wchar_t);
@@ -13,7 +30,7 @@ bool copyToClipboard(HWND owner, std::wstring_view text) {
     std::memcpy(GlobalLock(memory), text.data(), bytes);
     GlobalUnlock(memory);
     bool taken = false;
-    if (OpenClipboard(owner)) {
+    if (openPatiently(owner)) {
         EmptyClipboard();
         taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
         CloseClipboard();

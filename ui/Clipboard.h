@@ -6,7 +6,7 @@
 
 namespace tarv::ui {
 
-/// Puts a text on the clipboard. False when another program holds the clipboard.
+/// Puts a text on the clipboard. False when another program keeps holding the clipboard (half a second).
 bool copyToClipboard(HWND owner, std::wstring_view text);
 
 } // namespace tarv::ui
