@@ -35,7 +35,8 @@ if(MINGW)
     add_compile_options(-ffunction-sections -fdata-sections)
     # The program waits for people and files, never for its own arithmetic; small is quick to start.
     add_compile_options($<$<CONFIG:Release>:-Os>)
-    add_link_options(-static -Wl,--gc-sections $<$<CONFIG:Release>:-s>)
+    # No time goes into a program: the same sources give the same bytes.
+    add_link_options(-static -Wl,--gc-sections,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)
         # x87 would round differently from the 64-bit build; prices have to agree to the last bit.
         add_compile_options(-msse2 -mfpmath=sse)

@@ -14,5 +14,6 @@ function(tarv_library name)
     tarv_sources(sources ${ARGN})
     add_library(${name} STATIC ${sources})
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
-    target_link_libraries(${name} PUBLIC tarv_options)
+    # Our warnings and definitions are no business of those who link the installed library.
+    target_link_libraries(${name} PUBLIC $<BUILD_INTERFACE:tarv_options>)
 endfunction()

@@ -1,0 +1,42 @@
+# The runtime library for the other programs of the suite: `cmake --install BUILD --prefix DIR` puts libraries, public
+# headers and a CMake package into DIR. Builds of both architectures, release and debug, share one DIR.
+include(CMakePackageConfigHelpers)
+
+# tarv_public_headers(TARGET PUBLIC|INTERFACE FILE...): headers that others may include. They lie under the same names
+# in the installed include folder; a header that is not listed anywhere is ours alone.
+function(tarv_public_headers target scope)
+    target_sources(${target} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARGN})
+endfunction()
+
+function(tarv_install_package)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+        set(arch x64)
+    else()
+        set(arch x86)
+    endif()
+    set(targets tarv_platform tarv_platform_windows tarv_runtime tarv_xml)
+    set_target_properties(tarv_platform PROPERTIES EXPORT_NAME platform)
+    set_target_properties(tarv_platform_windows PROPERTIES EXPORT_NAME windows)
+    set_target_properties(tarv_runtime PROPERTIES EXPORT_NAME runtime)
+    set_target_properties(tarv_xml PROPERTIES EXPORT_NAME xml)
+    set_target_properties(tarv_platform_windows tarv_runtime tarv_xml PROPERTIES DEBUG_POSTFIX d)
+
+    set(package lib/cmake/TARVENIK)
+    install(
+        TARGETS ${targets}
+        EXPORT TARVENIKTargets
+        ARCHIVE DESTINATION lib/${arch}
+        FILE_SET HEADERS DESTINATION include/tarvenik
+    )
+    install(EXPORT TARVENIKTargets NAMESPACE TARVENIK:: DESTINATION ${package}/${arch})
+    # Which architecture is wanted is known to the configuration file only, so the version fits all of them.
+    write_basic_package_version_file(
+        ${CMAKE_CURRENT_BINARY_DIR}/TARVENIKConfigVersion.cmake
+        COMPATIBILITY SameMajorVersion
+        ARCH_INDEPENDENT
+    )
+    install(
+        FILES ${PROJECT_SOURCE_DIR}/cmake/TARVENIKConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/TARVENIKConfigVersion.cmake
+        DESTINATION ${package}
+    )
+endfunction()
