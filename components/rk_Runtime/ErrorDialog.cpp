@@ -1,10 +1,10 @@
 #include "components/rk_Runtime/ErrorDialog.h"
 
-#include "components/rk_Runtime/Clipboard.h"
 #include "components/rk_Runtime/ErrorText.h"
 #include "components/rk_Runtime/Module.h"
 #include "components/rk_Runtime/ThreadWindows.h"
 #include "components/rk_Runtime/resource.h"
+#include "ui/Clipboard.h"
 #include "ui/Handle.h"
 #include "ui/Units.h"
 
@@ -252,7 +252,7 @@ void ErrorDialog::copy() {
     if (from != to)
         report(WM_COPY);
     else
-        copyToClipboard(dialog_, text_);
+        ui::copyToClipboard(dialog_, text_);
 }
 
 void ErrorDialog::onCommand(int id) {
