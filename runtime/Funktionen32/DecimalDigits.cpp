@@ -26,13 +26,14 @@ constexpr std::uint64_t powerOf10(int exponent) {
 }
 constexpr std::uint64_t firstTooLong = powerOf10(significantDigits);
 
-/// 5^0 ... 5^27: all that fit into 64 bits.
-constexpr auto powersOf5 = [] {
+constexpr std::array<std::uint64_t, 28> makePowersOf5() {
     std::array<std::uint64_t, 28> powers{1};
     for (std::size_t i = 1; i < powers.size(); ++i)
         powers[i] = powers[i - 1] * 5;
     return powers;
-}();
+}
+/// 5^0 ... 5^27: all that fit into 64 bits.
+constexpr auto powersOf5 = makePowersOf5();
 
 struct Binary {
     std::uint64_t mantissa;

@@ -103,7 +103,7 @@ Probe probeLength(Runtime& rt, std::wstring_view path, bool directory, bool quic
 /// Small letters; a drive letter, alone or with ":", becomes the drive's root. The two-character range is a
 /// plain comparison of texts, so "ab" gets its "\" as well.
 std::wstring normalised(std::wstring_view path) {
-    const std::wstring lower = lowerCase(path);
+    std::wstring lower = lowerCase(path);
     if (lower.size() == 1 && lower >= L"a" && lower <= L"z")
         return std::wstring(path) + L":\\";
     if (lower.size() == 2 && lower >= L"a:" && lower <= L"z:")
