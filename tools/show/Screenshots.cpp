@@ -80,13 +80,27 @@ HWND ownDialog() {
     return IsWindowVisible(found) ? found : nullptr;
 }
 
+/// A window that the error display belongs to, as it does in a program of the suite: it gives its icon.
+HWND ownerLike(const std::wstring& program) {
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 400, 300, 800, 600, nullptr,
+                                       nullptr, nullptr, nullptr);
+    const HMODULE file = LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
+        const int size = GetSystemMetrics(kind == ICON_BIG ? SM_CXICON : SM_CXSMICON);
+        SendMessageW(owner, WM_SETICON, kind,
+                     reinterpret_cast<LPARAM>(LoadImageW(file, MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON, size,
+                                                         size, LR_DEFAULTCOLOR)));
+    }
+    SetForegroundWindow(owner);
+    return owner;
+}
+
 /// Shows one report of the error display on a thread of its own, as a program of the suite would, and answers it.
 void showReport(const std::wstring& library, const wchar_t* method, int button, const wchar_t* name,
                 Screenshots& pictures) {
     std::thread user([&] {
         HWND dialog = nullptr;
         waitUntil([&] { return (dialog = ownDialog()) != nullptr; });
-        SetForegroundWindow(dialog);
         pictures.take(dialog, name);
         PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
     });
@@ -117,8 +131,10 @@ int wmain(int count, wchar_t** arguments) {
         return 1;
     const std::wstring library =
         program.substr(0, program.rfind(L'\\') + 1).append(tarv::errorDisplayLibrary);
+    const HWND owner = ownerLike(program);
     showReport(library, L"ErrorMsg", IDOK, L"rk_Fehler", pictures);
     showReport(library, L"EMW", IDCANCEL, L"rk_Fehler-Frage", pictures);
+    DestroyWindow(owner);
     CoUninitialize();
     std::printf("%s\n", pictures.complete ? "screenshots complete" : "screenshots INCOMPLETE");
     return pictures.complete ? 0 : 1;
