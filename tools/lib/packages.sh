@@ -5,6 +5,7 @@ wine_packages=(wine wine64 xvfb xauth fonts-liberation)
 test_packages=(googletest clang libclang-rt-dev python3)
 wine32_packages=(debootstrap util-linux)
 picture_packages=(imagemagick)
+packaging_packages=(wixl msitools faketime zip)
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then
