@@ -34,9 +34,10 @@ std::array<std::uint8_t, 256> base64DigitValues() {
 }
 
 Base64Codec::Base64Codec() : pairOf_(pairs) {
-    const auto digit = [](std::size_t value) { return static_cast<std::uint8_t>(base64Alphabet[value]); };
-    for (std::size_t bits = 0; bits < charactersOf_.size(); ++bits)
-        charactersOf_[bits] = inMemory(digit(bits >> 6), digit(bits & 63));
+    for (std::size_t bits = 0; bits < encodings; ++bits) {
+        charactersOf_[4 * bits + 2] = static_cast<std::uint8_t>(base64Alphabet[bits >> 6]);
+        charactersOf_[4 * bits + 3] = static_cast<std::uint8_t>(base64Alphabet[bits & 63]);
+    }
 
     const auto values = base64DigitValues();
     for (std::size_t first = 0; first < values.size(); ++first)
@@ -50,36 +51,40 @@ std::size_t Base64Codec::decodedSize(std::size_t digits) {
     return digits == 0 ? 1 : digits / 4 * 3 + ofRest[digits % 4];
 }
 
+inline void Base64Codec::encodeFour(std::uint64_t first, std::uint64_t second, std::uint8_t* to) const {
+    std::uint32_t front, back;
+    std::memcpy(&front, charactersOf_.data() + 4 * (first & 4095) + 2, sizeof front);
+    std::memcpy(&back, charactersOf_.data() + 4 * (second & 4095), sizeof back);
+    front |= back;
+    std::memcpy(to, &front, sizeof front);
+}
+
+inline void Base64Codec::encodeSixBytes(const std::uint8_t* from, std::uint8_t* to) const {
+    std::uint64_t word;
+    std::memcpy(&word, from, sizeof word);
+    word = bigEndian(word);
+    encodeFour(word >> 52, word >> 40, to);
+    encodeFour(word >> 28, word >> 16, to + 4);
+}
+
 void Base64Codec::encode(std::span<const std::uint8_t> bytes, std::span<std::uint8_t> out) const {
     const std::uint8_t* from = bytes.data();
     std::uint8_t* to = out.data();
     std::size_t left = bytes.size();
-    const auto charactersOf = [this](std::uint64_t bits) {
-        return std::uint32_t{charactersOf_[bits & 4095]};
-    };
-    const auto put = [&](std::uint32_t first, std::uint32_t second) {
-        const auto four =
-            std::endian::native == std::endian::big ? first << 16 | second : first | second << 16;
-        std::memcpy(to, &four, sizeof four);
-        to += sizeof four;
-    };
 
-    // Six bytes at a time, of the eight that are read.
-    for (; left >= 8; left -= 6, from += 6) {
-        std::uint64_t word;
-        std::memcpy(&word, from, sizeof word);
-        word = bigEndian(word);
-        put(charactersOf(word >> 52), charactersOf(word >> 40));
-        put(charactersOf(word >> 28), charactersOf(word >> 16));
-    }
-    for (; left >= 3; left -= 3, from += 3) {
+    for (; left >= 26; left -= 24, from += 24, to += 32)
+        for (int i = 0; i < 4; ++i)
+            encodeSixBytes(from + 6 * i, to + 8 * i);
+    for (; left >= 8; left -= 6, from += 6, to += 8)
+        encodeSixBytes(from, to);
+    for (; left >= 3; left -= 3, from += 3, to += 4) {
         const auto bits = static_cast<std::uint32_t>(from[0] << 16 | from[1] << 8 | from[2]);
-        put(charactersOf(bits >> 12), charactersOf(bits));
+        encodeFour(bits >> 12, bits, to);
     }
     if (left > 0) {
         const auto bits = static_cast<std::uint32_t>(from[0] << 16 | (left == 2 ? from[1] << 8 : 0));
-        put(charactersOf(bits >> 12), charactersOf(bits));
-        std::fill(to - (3 - left), to, padding);
+        encodeFour(bits >> 12, bits, to);
+        std::fill(to + left + 1, to + 4, padding);
     }
 }
 
