@@ -1,25 +1,16 @@
 #include "ui/Picture.h"
 
+#include "platform/windows/ComPtr.h"
 #include "ui/PixelScaling.h"
 
-#include <ocidl.h>
-#include <olectl.h>
+#include <objbase.h>
+#include <wincodec.h>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 namespace tarv::ui {
 namespace {
-
-struct Releaser {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-
-struct ScreenDc {
-    HDC dc = GetDC(nullptr);
-    ~ScreenDc() { ReleaseDC(nullptr, dc); }
-};
 
 BITMAPINFO topDown32(int width, int height) {
     BITMAPINFO info{};
@@ -27,80 +18,86 @@ BITMAPINFO topDown32(int width, int height) {
     return info;
 }
 
-std::unique_ptr<IPicture, Releaser> loadPicture(int resource) {
+/// Windows' own decoder over a JPEG resource: rows of 32-bit pixels, on demand. Empty where there is none.
+ComPtr<IWICBitmapSource> decoderOf(int resource) {
     const HRSRC found = FindResourceW(nullptr, MAKEINTRESOURCEW(resource), RT_RCDATA);
-    const DWORD size = SizeofResource(nullptr, found);
-    const HGLOBAL memory = found ? GlobalAlloc(GMEM_MOVEABLE, size) : nullptr;
-    if (!memory) {
-        return nullptr;
+    const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
+    ComPtr<IWICImagingFactory> factory;
+    ComPtr<IWICStream> stream;
+    ComPtr<IWICBitmapDecoder> decoder;
+    ComPtr<IWICBitmapFrameDecode> frame;
+    ComPtr<IWICFormatConverter> converter;
+    // The stream only reads, but its interface knows no constant memory.
+    const auto bytes = static_cast<BYTE*>(loaded ? LockResource(loaded) : nullptr);
+    if (!bytes ||
+        FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_IWICImagingFactory, factory.receiveAny())) ||
+        FAILED(factory->CreateStream(stream.receive())) ||
+        FAILED(stream->InitializeFromMemory(bytes, SizeofResource(nullptr, found))) ||
+        FAILED(factory->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
+                                                decoder.receive())) ||
+        FAILED(decoder->GetFrame(0, frame.receive())) ||
+        FAILED(factory->CreateFormatConverter(converter.receive())) ||
+        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppBGR, WICBitmapDitherTypeNone,
+                                     nullptr, 0, WICBitmapPaletteTypeCustom))) {
+        return {};
     }
-    std::memcpy(GlobalLock(memory), LockResource(LoadResource(nullptr, found)), size);
-    GlobalUnlock(memory);
-    IStream* stream = nullptr;
-    if (FAILED(CreateStreamOnHGlobal(memory, TRUE, &stream))) {
-        GlobalFree(memory);
-        return nullptr;
-    }
-    const std::unique_ptr<IStream, Releaser> streamOwner(stream);
-    void* picture = nullptr;
-    if (FAILED(OleLoadPicture(stream, static_cast<LONG>(size), FALSE, IID_IPicture, &picture))) {
-        return nullptr;
-    }
-    return std::unique_ptr<IPicture, Releaser>(static_cast<IPicture*>(picture));
+    return ComPtr<IWICBitmapSource>::share(converter.get());
 }
 
-Pixels pixelsOf(IPicture& picture) {
-    OLE_HANDLE handle = 0;
-    BITMAP description{};
-    if (FAILED(picture.get_Handle(&handle))) {
-        return {};
-    }
-    // The interface narrows the handle to 32 bits, which is what handles of graphic objects have.
-    const auto bitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(handle));
-    if (!GetObjectW(bitmap, sizeof description, &description)) {
-        return {};
-    }
-    Pixels pixels{description.bmWidth, description.bmHeight, {}};
-    pixels.data.resize(static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.height));
-    BITMAPINFO info = topDown32(pixels.width, pixels.height);
-    const ScreenDc screen;
-    if (!GetDIBits(screen.dc, bitmap, 0, static_cast<UINT>(pixels.height), pixels.data.data(), &info,
-                   DIB_RGB_COLORS)) {
-        return {};
-    }
-    return pixels;
+SIZE sizeOf(IWICBitmapSource& source) {
+    UINT width = 0;
+    UINT height = 0;
+    source.GetSize(&width, &height);
+    return {static_cast<LONG>(width), static_cast<LONG>(height)};
+}
+
+bool copyPixels(IWICBitmapSource& source, std::span<std::uint32_t> to, SIZE size) {
+    return SUCCEEDED(source.CopyPixels(nullptr, static_cast<UINT>(size.cx) * 4,
+                                       static_cast<UINT>(to.size_bytes()),
+                                       reinterpret_cast<BYTE*>(to.data())));
 }
 
 } // namespace
 
-const Pixels& Picture::pixelsFor(int width) {
+bool Picture::fill(std::span<std::uint32_t> pixels, SIZE size) {
     const auto enough = std::find_if(variants_.begin(), std::prev(variants_.end()),
-                                     [&](const PictureVariant& variant) { return variant.width >= width; });
+                                     [&](const PictureVariant& variant) { return variant.width >= size.cx; });
     if (loaded_ != enough->resource) {
+        pixels_ = {};
+        loaded_ = 0;
+        const ComPtr<IWICBitmapSource> source = decoderOf(enough->resource);
+        if (!source) {
+            return false;
+        }
+        const SIZE own = sizeOf(*source.get());
+        // The usual case needs no pixels but those of the bitmap.
+        if (own.cx == size.cx && own.cy == size.cy) {
+            return copyPixels(*source.get(), pixels, own);
+        }
+        pixels_ = {own.cx, own.cy, std::vector<std::uint32_t>(static_cast<std::size_t>(own.cx * own.cy))};
+        if (!copyPixels(*source.get(), pixels_.data, own)) {
+            pixels_ = {};
+            return false;
+        }
         loaded_ = enough->resource;
-        const auto picture = loadPicture(loaded_);
-        pixels_ = picture ? pixelsOf(*picture) : Pixels{};
     }
-    return pixels_;
+    std::ranges::copy(scaled(pixels_, size.cx, size.cy).data, pixels.begin());
+    return true;
 }
 
 HBITMAP Picture::bitmap(int width, int height) {
-    if (width <= 0 || height <= 0) {
+    if (width <= 0 || height <= 0 || variants_.empty()) {
         return nullptr;
     }
     if (!bitmap_ || size_.cx != width || size_.cy != height) {
-        const Pixels& source = pixelsFor(width);
-        if (source.data.empty()) {
-            return nullptr;
-        }
-        const BITMAPINFO info = topDown32(width, height);
-        const ScreenDc screen;
-        void* bits = nullptr;
-        bitmap_.reset(CreateDIBSection(screen.dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         size_ = {width, height};
-        if (bitmap_) {
-            const Pixels target = scaled(source, width, height);
-            std::memcpy(bits, target.data.data(), target.data.size() * sizeof(std::uint32_t));
+        const BITMAPINFO info = topDown32(width, height);
+        void* bits = nullptr;
+        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        const std::span pixels(static_cast<std::uint32_t*>(bits), static_cast<std::size_t>(width * height));
+        if (bitmap_ && !fill(pixels, size_)) {
+            bitmap_.reset();
         }
     }
     return bitmap_.get();

@@ -3,6 +3,8 @@
 #include "ui/Handle.h"
 #include "ui/PixelScaling.h"
 
+#include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -28,9 +30,11 @@ public:
     void draw(const DRAWITEMSTRUCT& control);
 
 private:
-    const Pixels& pixelsFor(int width);
+    /// False when the picture cannot be read.
+    bool fill(std::span<std::uint32_t> pixels, SIZE size);
 
     std::vector<PictureVariant> variants_;
+    /// The variant whose pixels are kept for scaling.
     int loaded_ = 0;
     Pixels pixels_;
     Bitmap bitmap_;
