@@ -7,6 +7,7 @@
 #include <wincodec.h>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 namespace tarv::ui {
@@ -18,26 +19,41 @@ BITMAPINFO topDown32(int width, int height) {
     return info;
 }
 
-/// Windows' own decoder over a JPEG resource: rows of 32-bit pixels, on demand. Empty where there is none.
-ComPtr<IWICBitmapSource> decoderOf(int resource) {
+/// A resource as a stream; empty where there is none.
+ComPtr<IStream> streamOf(int resource) {
     const HRSRC found = FindResourceW(nullptr, MAKEINTRESOURCEW(resource), RT_RCDATA);
     const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
-    ComPtr<IWICImagingFactory> factory;
-    ComPtr<IWICStream> stream;
-    ComPtr<IWICBitmapDecoder> decoder;
+    const HGLOBAL memory = loaded ? GlobalAlloc(GMEM_MOVEABLE, SizeofResource(nullptr, found)) : nullptr;
+    ComPtr<IStream> stream;
+    if (memory) {
+        std::memcpy(GlobalLock(memory), LockResource(loaded), SizeofResource(nullptr, found));
+        GlobalUnlock(memory);
+        if (FAILED(CreateStreamOnHGlobal(memory, TRUE, stream.receive()))) {
+            GlobalFree(memory);
+        }
+    }
+    return stream;
+}
+
+template <class T>
+ComPtr<T> createImaging(const CLSID& classId, const IID& interfaceId) {
+    ComPtr<T> object;
+    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId, object.receiveAny());
+    return object;
+}
+
+/// Windows' own decoder over a JPEG resource: rows of 32-bit pixels, on demand. Empty where there is none.
+/// The parts are created by their class: the factory would look through all registered formats first, which
+/// takes as long as the decoding.
+ComPtr<IWICBitmapSource> decoderOf(int resource) {
+    const auto stream = streamOf(resource);
+    const auto decoder = createImaging<IWICBitmapDecoder>(CLSID_WICJpegDecoder, IID_IWICBitmapDecoder);
+    const auto converter =
+        createImaging<IWICFormatConverter>(CLSID_WICDefaultFormatConverter, IID_IWICFormatConverter);
     ComPtr<IWICBitmapFrameDecode> frame;
-    ComPtr<IWICFormatConverter> converter;
-    // The stream only reads, but its interface knows no constant memory.
-    const auto bytes = static_cast<BYTE*>(loaded ? LockResource(loaded) : nullptr);
-    if (!bytes ||
-        FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                                IID_IWICImagingFactory, factory.receiveAny())) ||
-        FAILED(factory->CreateStream(stream.receive())) ||
-        FAILED(stream->InitializeFromMemory(bytes, SizeofResource(nullptr, found))) ||
-        FAILED(factory->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
-                                                decoder.receive())) ||
+    if (!stream || !decoder || !converter ||
+        FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)) ||
         FAILED(decoder->GetFrame(0, frame.receive())) ||
-        FAILED(factory->CreateFormatConverter(converter.receive())) ||
         FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppBGR, WICBitmapDitherTypeNone,
                                      nullptr, 0, WICBitmapPaletteTypeCustom))) {
         return {};
