@@ -7,7 +7,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
 #include <objbase.h>
 
 #include <string>
@@ -72,8 +71,5 @@ int runGuarded(int showCommand) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int showCommand) {
     tarv::hardenProcess();
-    const INITCOMMONCONTROLSEX controls{sizeof controls,
-                                        ICC_TAB_CLASSES | ICC_TREEVIEW_CLASSES | ICC_STANDARD_CLASSES};
-    InitCommonControlsEx(&controls);
     return tarv::runGuarded(showCommand);
 }

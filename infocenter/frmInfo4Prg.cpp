@@ -28,6 +28,8 @@ constexpr int pages[] = {ID_txtInfo, ID_treeView};
 } // namespace
 
 frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES | ICC_TREEVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
     create({.className = L"frmInfo4Prg",
             .caption = L"Infocenter",
             .style = (WS_OVERLAPPEDWINDOW & ~static_cast<DWORD>(WS_MINIMIZEBOX)) | WS_CLIPCHILDREN,

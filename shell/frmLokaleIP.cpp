@@ -4,6 +4,7 @@
 #include "infocenter/SystemProbes.h"
 #include "runtime/ModRkIni.h"
 #include "shell/Placement.h"
+#include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 
 namespace tarv {
@@ -30,7 +31,7 @@ frmLokaleIP::frmLokaleIP(Runtime& rt, const ui::Window& mainWindow)
     addControl(WC_BUTTONW, L" IP-Adresse ", BS_GROUPBOX | WS_VISIBLE, 0, ID_Frame1);
     addControl(WC_STATICW, L"Label1", SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | WS_VISIBLE, 0, ID_Label1);
     addControl(WC_BUTTONW, L"Schließen", BS_DEFPUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0, ID_cmdClose);
-    addControl(WC_STATICW, L"", SS_OWNERDRAW | WS_VISIBLE, 0, ID_Image1);
+    addControl(ui::drawnPartClass(), L"", WS_VISIBLE, 0, ID_Image1);
     applyDpi();
     layout();
 }

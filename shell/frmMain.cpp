@@ -11,6 +11,7 @@
 #include "shell/Placement.h"
 #include "shell/SupportActions.h"
 #include "shell/frmLokaleIP.h"
+#include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 #include "ui/Redraw.h"
 
@@ -51,8 +52,8 @@ frmMain::frmMain(Runtime& rt)
             .minimumClient = {6000, 3750},
             .menu = createMainMenu(),
             .iconResource = IDI_PROGRAM});
-    addControl(WC_STATICW, L"Version:", SS_OWNERDRAW | WS_VISIBLE, 0, ID_lblVersion);
-    addControl(WC_STATICW, L"", SS_OWNERDRAW | WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
+    addControl(ui::drawnPartClass(), L"Version:", WS_VISIBLE, 0, ID_lblVersion);
+    addControl(ui::drawnPartClass(), L"", WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
     SkinFramework1_ = {rt_.platform.automation.create(skinControlProgId).valueOr(nullptr), platformHandle()};
     applyDpi();
     layout();
@@ -92,7 +93,6 @@ void frmMain::showVersion() {
     const std::wstring version = GetProgVersion(rt_);
     const std::wstring caption = L"Version: " + std::wstring(untilNul(version.substr(0, 4)));
     SetWindowTextW(control(ID_lblVersion), TranslateText(caption).c_str());
-    InvalidateRect(control(ID_lblVersion), nullptr, FALSE);
 }
 
 void frmMain::layout() {
