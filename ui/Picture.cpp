@@ -13,10 +13,15 @@
 namespace tarv::ui {
 namespace {
 
-BITMAPINFO topDown32(int width, int height) {
+BITMAPINFO topDown24(SIZE size) {
     BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    info.bmiHeader = {sizeof info.bmiHeader, size.cx, -size.cy, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
     return info;
+}
+
+/// Bytes from one row of a 24-bit bitmap to the next.
+UINT strideOf(SIZE size) {
+    return (static_cast<UINT>(size.cx) * 3 + 3) / 4 * 4;
 }
 
 /// A resource as a stream; empty where there is none.
@@ -42,7 +47,7 @@ ComPtr<T> createImaging(const CLSID& classId, const IID& interfaceId) {
     return object;
 }
 
-/// Windows' own decoder over a JPEG resource: rows of 32-bit pixels, on demand. Empty where there is none.
+/// Windows' own decoder over a JPEG resource: rows of 24-bit pixels, on demand. Empty where there is none.
 /// The parts are created by their class: the factory would look through all registered formats first, which
 /// takes as long as the decoding.
 ComPtr<IWICBitmapSource> decoderOf(int resource) {
@@ -54,7 +59,7 @@ ComPtr<IWICBitmapSource> decoderOf(int resource) {
     if (!stream || !decoder || !converter ||
         FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)) ||
         FAILED(decoder->GetFrame(0, frame.receive())) ||
-        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppBGR, WICBitmapDitherTypeNone,
+        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat24bppBGR, WICBitmapDitherTypeNone,
                                      nullptr, 0, WICBitmapPaletteTypeCustom))) {
         return {};
     }
@@ -68,37 +73,37 @@ SIZE sizeOf(IWICBitmapSource& source) {
     return {static_cast<LONG>(width), static_cast<LONG>(height)};
 }
 
-bool copyPixels(IWICBitmapSource& source, std::span<std::uint32_t> to, SIZE size) {
-    return SUCCEEDED(source.CopyPixels(nullptr, static_cast<UINT>(size.cx) * 4,
-                                       static_cast<UINT>(to.size_bytes()),
-                                       reinterpret_cast<BYTE*>(to.data())));
+bool copyPixels(IWICBitmapSource& source, UINT stride, SIZE size, void* to) {
+    return SUCCEEDED(
+        source.CopyPixels(nullptr, stride, stride * static_cast<UINT>(size.cy), static_cast<BYTE*>(to)));
 }
 
 } // namespace
 
-bool Picture::fill(std::span<std::uint32_t> pixels, SIZE size) {
+bool Picture::fill(std::uint8_t* rows, SIZE size) {
     const auto enough = std::find_if(variants_.begin(), std::prev(variants_.end()),
                                      [&](const PictureVariant& variant) { return variant.width >= size.cx; });
-    if (loaded_ != enough->resource) {
+    if (kept_ != enough->resource) {
         pixels_ = {};
-        loaded_ = 0;
+        kept_ = 0;
         const ComPtr<IWICBitmapSource> source = decoderOf(enough->resource);
         if (!source) {
             return false;
         }
         const SIZE own = sizeOf(*source.get());
-        // The usual case needs no pixels but those of the bitmap.
         if (own.cx == size.cx && own.cy == size.cy) {
-            return copyPixels(*source.get(), pixels, own);
+            return copyPixels(*source.get(), strideOf(size), size, rows);
         }
-        pixels_ = {own.cx, own.cy, std::vector<std::uint32_t>(static_cast<std::size_t>(own.cx * own.cy))};
-        if (!copyPixels(*source.get(), pixels_.data, own)) {
-            pixels_ = {};
+        pixels_ = {own.cx, own.cy, std::vector<Bgr>(static_cast<std::size_t>(own.cx * own.cy))};
+        if (!copyPixels(*source.get(), static_cast<UINT>(own.cx) * sizeof(Bgr), own, pixels_.data.data())) {
             return false;
         }
-        loaded_ = enough->resource;
+        kept_ = enough->resource;
     }
-    std::ranges::copy(scaled(pixels_, size.cx, size.cy).data, pixels.begin());
+    const Pixels shown = scaled(pixels_, size.cx, size.cy);
+    for (auto row = shown.data.begin(); row != shown.data.end(); row += size.cx, rows += strideOf(size)) {
+        std::memcpy(rows, &*row, static_cast<std::size_t>(size.cx) * sizeof(Bgr));
+    }
     return true;
 }
 
@@ -108,11 +113,10 @@ HBITMAP Picture::bitmap(int width, int height) {
     }
     if (!bitmap_ || size_.cx != width || size_.cy != height) {
         size_ = {width, height};
-        const BITMAPINFO info = topDown32(width, height);
-        void* bits = nullptr;
-        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        const std::span pixels(static_cast<std::uint32_t*>(bits), static_cast<std::size_t>(width * height));
-        if (bitmap_ && !fill(pixels, size_)) {
+        const BITMAPINFO info = topDown24(size_);
+        void* rows = nullptr;
+        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &rows, nullptr, 0));
+        if (bitmap_ && !fill(static_cast<std::uint8_t*>(rows), size_)) {
             bitmap_.reset();
         }
     }

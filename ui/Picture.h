@@ -4,7 +4,6 @@
 #include "ui/PixelScaling.h"
 
 #include <cstdint>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -30,12 +29,12 @@ public:
     void draw(const DRAWITEMSTRUCT& control);
 
 private:
-    /// False when the picture cannot be read.
-    bool fill(std::span<std::uint32_t> pixels, SIZE size);
+    /// Writes the rows of a 24-bit bitmap. False when the picture cannot be read.
+    bool fill(std::uint8_t* rows, SIZE size);
 
     std::vector<PictureVariant> variants_;
-    /// The variant whose pixels are kept for scaling.
-    int loaded_ = 0;
+    /// The resource whose pixels are kept, once they had to be scaled; 0 for none.
+    int kept_ = 0;
     Pixels pixels_;
     Bitmap bitmap_;
     SIZE size_{};

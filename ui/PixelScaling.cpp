@@ -41,20 +41,18 @@ std::vector<Taps> tapsFor(int sourceLength, int targetLength) {
 }
 
 /// The weighted sum of pixels that lie `stride` apart.
-std::uint32_t mixed(const std::uint32_t* pixel, std::size_t stride,
-                    const std::vector<std::int32_t>& weights) {
+Bgr mixed(const Bgr* pixel, std::size_t stride, const std::vector<std::int32_t>& weights) {
     std::int32_t blue = 1 << (weightBits - 1);
     std::int32_t green = blue;
     std::int32_t red = blue;
     for (const std::int32_t weight : weights) {
-        blue += weight * static_cast<std::int32_t>(*pixel & 0xFF);
-        green += weight * static_cast<std::int32_t>((*pixel >> 8) & 0xFF);
-        red += weight * static_cast<std::int32_t>((*pixel >> 16) & 0xFF);
+        blue += weight * pixel->blue;
+        green += weight * pixel->green;
+        red += weight * pixel->red;
         pixel += stride;
     }
-    return static_cast<std::uint32_t>(blue >> weightBits) |
-           static_cast<std::uint32_t>(green >> weightBits) << 8 |
-           static_cast<std::uint32_t>(red >> weightBits) << 16;
+    const auto component = [](std::int32_t sum) { return static_cast<std::uint8_t>(sum >> weightBits); };
+    return {component(blue), component(green), component(red)};
 }
 
 } // namespace
@@ -68,20 +66,20 @@ Pixels scaled(const Pixels& source, int width, int height) {
 
     // Rows first: the second pass then runs along memory.
     const std::vector<Taps> vertical = tapsFor(source.height, height);
-    std::vector<std::uint32_t> rows(sourceColumns * vertical.size());
-    std::uint32_t* out = rows.data();
+    std::vector<Bgr> rows(sourceColumns * vertical.size());
+    Bgr* out = rows.data();
     for (const Taps& taps : vertical) {
-        const std::uint32_t* in = source.data.data() + static_cast<std::size_t>(taps.first) * sourceColumns;
+        const Bgr* in = source.data.data() + static_cast<std::size_t>(taps.first) * sourceColumns;
         for (std::size_t column = 0; column < sourceColumns; ++column) {
             *out++ = mixed(in + column, sourceColumns, taps.weights);
         }
     }
 
     const std::vector<Taps> horizontal = tapsFor(source.width, width);
-    Pixels target{width, height, std::vector<std::uint32_t>(columns * vertical.size())};
+    Pixels target{width, height, std::vector<Bgr>(columns * vertical.size())};
     out = target.data.data();
     for (std::size_t row = 0; row < vertical.size(); ++row) {
-        const std::uint32_t* in = rows.data() + row * sourceColumns;
+        const Bgr* in = rows.data() + row * sourceColumns;
         for (const Taps& taps : horizontal) {
             *out++ = mixed(in + taps.first, 1, taps.weights);
         }

@@ -5,11 +5,20 @@
 
 namespace tarv::ui {
 
-/// 32-bit pixels (blue, green, red, unused), rows from top to bottom.
+/// A pixel as decoders and bitmaps of 24 bits hold it.
+struct Bgr {
+    std::uint8_t blue;
+    std::uint8_t green;
+    std::uint8_t red;
+
+    friend bool operator==(const Bgr&, const Bgr&) = default;
+};
+
+/// Rows from top to bottom, without gaps.
 struct Pixels {
     int width = 0;
     int height = 0;
-    std::vector<std::uint32_t> data;
+    std::vector<Bgr> data;
 };
 
 /// The picture at another size: each new pixel is the mean of those around its place, weighted by their

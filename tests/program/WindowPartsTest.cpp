@@ -88,16 +88,13 @@ TEST(MessageLoopTest, FailureOfAHandlerEndsTheLoopAndComesOutOfIt) {
 }
 
 TEST(PixelScalingTest, MixesWhatItCovers) {
-    constexpr std::uint32_t black = 0;
-    constexpr std::uint32_t white = 0xFFFFFF;
+    constexpr ui::Bgr black{0, 0, 0};
+    constexpr ui::Bgr white{255, 255, 255};
+    constexpr ui::Bgr blue{0x99, 0x66, 0x33};
     const ui::Pixels stripes{4, 1, {black, white, black, white}};
-    for (const std::uint32_t pixel : ui::scaled(stripes, 1, 1).data) {
-        EXPECT_NEAR(static_cast<int>(pixel & 0xFF), 128, 1); // the mean, no stripe lost
-    }
-    const ui::Pixels flat{3, 2, std::vector<std::uint32_t>(6, 0x336699)};
-    for (const std::uint32_t pixel : ui::scaled(flat, 7, 5).data) {
-        EXPECT_EQ(pixel, 0x336699u);
-    }
+    EXPECT_NEAR(ui::scaled(stripes, 1, 1).data.at(0).green, 128, 1); // the mean, no stripe lost
+    const ui::Pixels flat{3, 2, std::vector<ui::Bgr>(6, blue)};
+    EXPECT_EQ(ui::scaled(flat, 7, 5).data, std::vector<ui::Bgr>(35, blue));
     const ui::Pixels wide = ui::scaled({2, 1, {black, white}}, 8, 3);
     EXPECT_EQ(wide.data.size(), 24u);
     EXPECT_EQ(wide.data.front(), black);
