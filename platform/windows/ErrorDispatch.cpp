@@ -95,6 +95,8 @@ public:
     }
 
 private:
+    ~ErrorDispatch() = default; // only the last Release ends it
+
     std::wstring* text(DISPID id) {
         return id == Id::description ? &record_->description : id == Id::source ? &record_->source : nullptr;
     }
