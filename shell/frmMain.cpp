@@ -61,6 +61,9 @@ frmMain::frmMain(Runtime& rt)
 
 void frmMain::load() {
     applySkin();
+    if (!alive()) {
+        return; // ended behind a message box
+    }
     sizeStartPicture();
     centreOnScreen();
     showVersion();
@@ -121,9 +124,11 @@ void frmMain::mnuInfo_Click() {
             applySkin();
         }
     }
-    RedrawWindow(handle(), nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    activate();
+    if (alive()) { // without a window the whole screen would be painted anew
+        RedrawWindow(handle(), nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        activate();
+    }
 }
 
 void frmMain::mnuSupportIPAdresse_Click() {

@@ -117,6 +117,8 @@ void Window::centreOnWorkArea(HWND reference) {
 void Window::close() {
     if (modal_) {
         closing_ = true;
+    } else if (handle_ && uiThread().windows.front() == this) {
+        endProgram(); // no modal window outlives the one it belongs to
     } else if (handle_) {
         DestroyWindow(handle_);
     }

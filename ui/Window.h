@@ -42,7 +42,8 @@ public:
 
     HWND control(int id) const { return GetDlgItem(handle_, id); }
 
-    /// Takes the window away; a modal one ends its loop first.
+    /// Takes the window away; a modal one ends its loop first. The program's first window takes all others
+    /// with it.
     void close();
 
     /// Brings the window to the user, if it is alive.
