@@ -12,137 +12,113 @@ using namespace std::string_literals;
 
 std::string repeated(int count, const std::function<std::string(int)>& part) {
     std::string all;
-    for (int index = 0; index < count; ++index) {
+    for (int index = 0; index < count; ++index)
         all += part(index);
-    }
     return all;
 }
 
-struct Row {
-    const char* name;
-    std::function<void(Installation&)> prepare;
-    LRESULT leastGroups;
-    LRESULT mostGroups;
-    std::size_t leastEntries; // of the first group
-};
-
-void PrintTo(const Row& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class BadInputTest : public testing::TestWithParam<Row> {};
-
-TEST_P(BadInputTest, WindowOpensAndReportIsProduced) {
-    const Row& row = GetParam();
-    Installation installation;
-    row.prepare(installation);
-    const std::string machineBefore = Installation::read(installation.dataFolder() + L"\\Q_Machine.INI");
-    const std::wstring filesBefore = Installation::list(installation.programFolder());
-
-    const auto program = installation.start();
-    const HWND mainWindow = program->window(L"frmMain", 60000);
-    ASSERT_TRUE(mainWindow);
-    program->command(mainWindow, ID_mnuInfo);
-    const HWND window = program->window(L"frmInfo4Prg", 60000);
-    ASSERT_TRUE(window);
-    const std::wstring report = ProgramDriver::text(GetDlgItem(window, ID_txtInfo));
-    EXPECT_EQ(report.rfind(L"[Kundeninfo]\r\n", 0), 0u);
-    EXPECT_NE(report.find(L"[Programm]\r\n  Ordner: "), std::wstring::npos);
-
-    const HWND tree = GetDlgItem(window, ID_treeView);
-    const auto groups = SendMessageW(tree, TVM_GETCOUNT, 0, 0); // closed ones: entries do not count yet
-    EXPECT_GE(groups, row.leastGroups);
-    EXPECT_LE(groups, row.mostGroups);
-    const auto first = program->tree(tree, 1);
-    ASSERT_EQ(first.empty(), groups == 0);
-    EXPECT_GE(first.empty() ? 0 : first.front().children.size(), row.leastEntries);
-    program->command(window, ID_cmdEnd);
-    ASSERT_TRUE(program->gone(window));
-    // At the start, in the info centre and after it, the skin asks for an entry that none of these files has.
-    EXPECT_TRUE(program->answered(3));
-    program->command(mainWindow, ID_mnuFileExit);
-    EXPECT_TRUE(program->ended());
-    EXPECT_EQ(program->exitCode(), 0u);
-    EXPECT_EQ(program->boxes().size(), 3u);
-    for (const std::wstring& box : program->boxes()) {
-        EXPECT_EQ(box.rfind(L"INSTALLATIONS-FEHLER: Eintrag 'ProgrammDirectory'=.. oder Gruppe [Directories] "
-                            L"oder Datei '",
-                            0),
-                  0u)
-            << box.c_str();
+class BadInput : public testing::Test {
+protected:
+    void start() {
+        program = installation.start();
+        mainWindow = program->window(L"frmMain", 60000);
+        ASSERT_TRUE(mainWindow);
+    }
+    /// Opens the info centre and closes it; tells how many groups and, of the first one, entries it has
+    /// shown.
+    std::pair<LRESULT, std::size_t> shown() {
+        program->command(mainWindow, ID_mnuInfo);
+        const HWND window = program->window(L"frmInfo4Prg", 60000);
+        const std::wstring report = ProgramDriver::text(GetDlgItem(window, ID_txtInfo));
+        EXPECT_TRUE(report.starts_with(L"[Kundeninfo]\r\n") &&
+                    report.find(L"[Programm]\r\n  Ordner: ") != report.npos);
+        const HWND tree = GetDlgItem(window, ID_treeView);
+        const LRESULT groups =
+            SendMessageW(tree, TVM_GETCOUNT, 0, 0); // closed ones: entries do not count yet
+        const std::vector<TreeNode> first = program->tree(tree, 1);
+        EXPECT_EQ(first.empty(), groups == 0);
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(program->gone(window));
+        EXPECT_TRUE(waitUntil([&] { return program->window(L"frmMain", 0) && IsWindowEnabled(mainWindow); }));
+        return {groups, first.empty() ? 0 : first[0].children.size()};
+    }
+    void end(std::size_t boxes) {
+        program->command(mainWindow, ID_mnuFileExit);
+        EXPECT_TRUE(program->ended());
+        EXPECT_EQ(program->exitCode(), 0u);
+        // At the start, in each info centre and behind it, the skin asks for an entry that no file here has.
+        EXPECT_EQ(program->boxes().size(), boxes);
+        for (const std::wstring& box : program->boxes())
+            EXPECT_TRUE(box.starts_with(L"INSTALLATIONS-FEHLER: Eintrag 'ProgrammDirectory'=.. oder Gruppe "
+                                        L"[Directories] oder Datei '"))
+                << box;
     }
 
-    // Nothing is written but the trace.
-    EXPECT_EQ(Installation::read(installation.dataFolder() + L"\\Q_Machine.INI"), machineBefore);
-    std::wstring files = Installation::list(installation.programFolder());
-    if (files != filesBefore) {
-        EXPECT_EQ(files, L"rkzal_debug.txt " + filesBefore);
-    }
-}
-
-const Row rows[] = {
-    {"NoFiles", [](Installation&) {}, 0, 0, 0},
-    {"EmptyFiles", [](Installation& to) { to.machine(""), to.qv(""), to.version(""); }, 0, 0, 0},
-    {"TwentyMegabytes",
-     [](Installation& to) {
-         to.machine("[A]\r\n" + repeated(20, [](int) { return "B=" + std::string(1 << 20, 'x') + "\r\n"; }));
-     },
-     1, 1, 0},
-    {"FiveThousandGroups",
-     [](Installation& to) {
-         to.machine(repeated(5000, [](int n) { return "[G" + std::to_string(n) + "]\r\nA=1\r\n"; }));
-     },
-     1000, 5000, 1},
-    {"FiveThousandEntries",
-     [](Installation& to) {
-         to.machine("[A]\r\n" + repeated(5000, [](int n) { return "E" + std::to_string(n) + "=1\r\n"; }));
-     },
-     1, 1, 1000},
-    {"SameGroupThreeHundredTimes",
-     [](Installation& to) { to.machine(repeated(300, [](int) { return "[A]\r\nB=1\r\n"; })); }, 256, 256,
-     1}, // then the counter of duplicates is full
-    {"LinesWithoutEqualsSign", [](Installation& to) { to.machine("[A]\r\nnur Text\r\nnoch einer\r\n"); }, 1,
-     1, 1},
-    {"NulBytes", [](Installation& to) { to.machine("[A]\r\nB=1\0\0C=2\r\n[D\0]\r\n\0\0"s); }, 0, 3, 0},
-    {"Utf16WithMark", [](Installation& to) { to.machine("\xFF\xFE[\0A\0]\0\r\0\n\0B\0=\0x\0\r\0\n\0"s); }, 0,
-     2, 0},
-    {"ProgramDataUnset",
-     [](Installation& to) { to.machine("[A]\r\n"), to.environment[L"ProgramData"] = L""; }, 0, 0, 0},
-    {"TraceNameTakenByAFolder",
-     [](Installation& to) {
-         to.machine("[A]\r\nB=1\r\n");
-         CreateDirectoryW((to.programFolder() + L"\\rkZAL_Debug.txt").c_str(), nullptr);
-     },
-     1, 1, 1},
-    {"ReadOnlyProgramFolder",
-     [](Installation& to) {
-         to.machine("[A]\r\nB=1\r\n");
-         Installation::write(to.programFolder() + L"\\rkZAL_Debug.txt", "alt\r\n");
-         SetFileAttributesW((to.programFolder() + L"\\rkZAL_Debug.txt").c_str(), FILE_ATTRIBUTE_READONLY);
-         SetFileAttributesW(to.programFolder().c_str(), FILE_ATTRIBUTE_READONLY);
-     },
-     1, 1, 1},
+    Installation installation;
+    std::unique_ptr<ProgramDriver> program;
+    HWND mainWindow = nullptr;
 };
 
-INSTANTIATE_TEST_SUITE_P(Files, BadInputTest, testing::ValuesIn(rows),
-                         [](const auto& row) { return std::string(row.param.name); });
+TEST_F(BadInput, WindowOpensAndReportIsProducedWhateverTheFilesHold) {
+    const struct {
+        const char* name;
+        std::string content;
+        LRESULT leastGroups, mostGroups;
+        std::size_t leastEntries; // of the first group
+    } rows[] = {
+        {"empty", "", 0, 0, 0},
+        {"20 MB", "[A]\r\n" + repeated(20, [](int) { return "B=" + std::string(1 << 20, 'x') + "\r\n"; }), 1,
+         1, 0},
+        {"5000 groups", repeated(5000, [](int n) { return "[G" + std::to_string(n) + "]\r\nA=1\r\n"; }), 1000,
+         5000, 1},
+        {"5000 entries", "[A]\r\n" + repeated(5000, [](int n) { return "E" + std::to_string(n) + "=1\r\n"; }),
+         1, 1, 1000},
+        // Then the counter of duplicates is full.
+        {"one group 300 times", repeated(300, [](int) { return "[A]\r\nB=1\r\n"s; }), 256, 256, 1},
+        {"no equals sign", "[A]\r\nnur Text\r\nnoch einer\r\n", 1, 1, 1},
+        {"NUL bytes", "[A]\r\nB=1\0\0C=2\r\n[D\0]\r\n\0\0"s, 0, 3, 0},
+        {"UTF-16", "\xFF\xFE[\0A\0]\0\r\0\n\0B\0=\0x\0\r\0\n\0"s, 0, 2, 0},
+    };
+    start();
+    EXPECT_EQ(ProgramDriver::text(GetDlgItem(mainWindow, ID_lblVersion)), L"Version: 2023")
+        << "no version file";
+    EXPECT_EQ(shown().first, 0) << "no files at all";
+    installation.write(qvFile, "");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        installation.write(machineFile, row.content);
+        const auto [groups, entries] = shown();
+        EXPECT_TRUE(groups >= row.leastGroups && groups <= row.mostGroups) << groups;
+        EXPECT_GE(entries, row.leastEntries);
+        EXPECT_EQ(installation.read(machineFile), row.content) << "nothing is written";
+    }
+    end(1 + 2 * (1 + std::size(rows)));
+}
 
-TEST(TraceTest, FileLockedByAnotherProgramIsLeftAlone) {
-    Installation installation;
-    installation.machine("[A]\r\nB=1\r\n");
-    const std::wstring trace = installation.programFolder() + L"\\rkZAL_Debug.txt";
-    Installation::write(trace, "alt");
+TEST_F(BadInput, TraceThatCannotBeWrittenAndMissingDataFolderDisturbNobody) {
+    installation.write(machineFile, "[A]\r\nB=1\r\n");
+    installation.write(traceFile, "alt");
+    const std::wstring trace = installation.path(traceFile);
+    start();
     const HANDLE lock = CreateFileW(trace.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
-    const auto program = installation.start();
-    const HWND mainWindow = program->window(L"frmMain");
-    program->command(mainWindow, ID_mnuInfo);
-    const HWND window = program->window(L"frmInfo4Prg");
-    EXPECT_EQ(program->tree(GetDlgItem(window, ID_treeView)).size(), 1u);
-    program->command(mainWindow, ID_mnuFileExit);
-    EXPECT_TRUE(program->ended());
+    EXPECT_EQ(shown(), std::pair(LRESULT{1}, std::size_t{1})) << "locked by another program";
     CloseHandle(lock);
-    EXPECT_EQ(Installation::read(trace), "alt");
+    EXPECT_EQ(installation.read(traceFile), "alt");
+    SetFileAttributesW(trace.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(shown().first, 1) << "read-only";
+    SetFileAttributesW(trace.c_str(), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileW(trace.c_str());
+    CreateDirectoryW(trace.c_str(), nullptr);
+    EXPECT_EQ(shown().first, 1) << "name taken by a folder";
+    RemoveDirectoryW(trace.c_str());
+    EXPECT_EQ(shown().first, 1);
+    EXPECT_NE(installation.read(traceFile).find("End INI-Read"), std::string::npos);
+    end(9);
+
+    installation.environment[L"ProgramData"] = L"";
+    start();
+    EXPECT_EQ(shown().first, 0);
+    end(3);
 }
 
 } // namespace

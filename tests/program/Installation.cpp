@@ -1,23 +1,27 @@
 #include "tests/program/Installation.h"
 
-#include <algorithm>
-#include <cwctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <vector>
 
 namespace tarv::program {
+namespace {
 
 namespace fs = std::filesystem;
 
-namespace {
+constexpr wchar_t standInClass[] = L"{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
+constexpr wchar_t standInKey[] = L"CLSID\\{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
+constexpr wchar_t skinKey[] = L"XtremeSkinFramework.SkinFramework";
+constexpr wchar_t managementClass[] = L"{172BDDF8-CEEA-11D1-8B05-00600806D9B6}"; // Windows' own
+
+void setValue(const std::wstring& key, const std::wstring& value) {
+    RegSetValueW(HKEY_CLASSES_ROOT, key.c_str(), REG_SZ, value.c_str(), 0);
+}
 
 void removeAll(const std::wstring& folder) {
     std::error_code ignored;
-    for (const auto& entry : fs::recursive_directory_iterator(folder, ignored)) {
+    for (const auto& entry : fs::recursive_directory_iterator(folder, ignored))
         SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-    }
     fs::remove_all(folder, ignored);
 }
 
@@ -30,52 +34,53 @@ std::wstring Installation::testFolder() {
 }
 
 std::wstring Installation::builtProgram() {
-    return (fs::path(testFolder()).parent_path() / L"Programm" / L"TarvService.exe").wstring();
+    return fs::path(testFolder()).parent_path().wstring() + L"\\" + programFile;
 }
 
 Installation::Installation()
-    : folder_((fs::temp_directory_path() / (L"tarv" + std::to_wstring(GetCurrentProcessId()))).wstring()) {
+    : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
     removeAll(folder_);
-    fs::create_directories(programFolder());
-    fs::create_directories(dataFolder());
-    fs::copy_file(builtProgram(), programFolder() + L"\\TarvService.exe");
+    for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
+        fs::create_directories(path(folder));
+    fs::copy_file(builtProgram(), path(programFile));
     // The suite's settings lie in the Windows folder of the test prefix: each test begins without any.
     wchar_t windows[MAX_PATH];
     GetWindowsDirectoryW(windows, MAX_PATH);
     fs::remove(fs::path(windows) / L"Pexoran.INI");
-    environment[L"ProgramData"] = folder_ + L"\\Daten";
+    environment[L"ProgramData"] = path(L"Daten");
 }
 
 Installation::~Installation() {
+    forgetStandIn();
     removeAll(folder_);
 }
 
-std::unique_ptr<ProgramDriver> Installation::start() {
-    return std::make_unique<ProgramDriver>(programFolder() + L"\\TarvService.exe", environment);
+std::unique_ptr<ProgramDriver> Installation::start() const {
+    return std::make_unique<ProgramDriver>(path(programFile), environment);
 }
 
-void Installation::write(const std::wstring& file, const std::string& bytes) {
-    std::ofstream(fs::path(file), std::ios::binary)
-        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+void Installation::write(const std::wstring& name, const std::string& bytes) const {
+    std::ofstream(fs::path(path(name)), std::ios::binary) << bytes;
 }
 
-std::string Installation::read(const std::wstring& file) {
-    std::ifstream in(fs::path(file), std::ios::binary);
+std::string Installation::read(const std::wstring& name) const {
+    std::ifstream in(fs::path(path(name)), std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::wstring Installation::list(const std::wstring& folder) {
-    std::vector<std::wstring> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        names.push_back(entry.path().filename().wstring());
-        std::transform(names.back().begin(), names.back().end(), names.back().begin(), ::towlower);
-    }
-    std::sort(names.begin(), names.end());
-    std::wstring all;
-    for (const std::wstring& name : names) {
-        all += name + L" ";
-    }
-    return all;
+void Installation::registerStandIn(bool pumping) {
+    setValue(std::wstring(standInKey) + L"\\InprocServer32",
+             testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
+    setValue(std::wstring(skinKey) + L"\\CLSID", standInClass);
+    setValue(L"winmgmts\\CLSID", standInClass);
+    environment[L"TARV_SKIN_LOG"] = path(L"skin.log");
+    environment[L"TARV_SKIN_PUMPS"] = pumping ? L"1" : L"";
+}
+
+void Installation::forgetStandIn() const {
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, skinKey);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, standInKey);
+    setValue(L"winmgmts\\CLSID", managementClass);
 }
 
 } // namespace tarv::program

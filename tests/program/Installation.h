@@ -8,8 +8,14 @@
 
 namespace tarv::program {
 
-/// An installation of its own for one test, in the temporary folder: program folder and configuration files.
-/// Everything goes with it.
+/// Files of an installation, below its folder.
+inline constexpr wchar_t programFile[] = L"Programm\\TarvService.exe";
+inline constexpr wchar_t versionFile[] = L"Programm\\Version.INI";
+inline constexpr wchar_t traceFile[] = L"Programm\\rkZAL_Debug.txt";
+inline constexpr wchar_t machineFile[] = L"Daten\\TARVENIK\\Q_Machine.INI";
+inline constexpr wchar_t qvFile[] = L"Daten\\TARVENIK\\QV.ini";
+
+/// An installation of its own in the temporary folder: the program and what a test writes. It goes with it.
 class Installation {
 public:
     Installation();
@@ -17,26 +23,22 @@ public:
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
 
-    std::wstring programFolder() const { return folder_ + L"\\Programm"; }
-    std::wstring dataFolder() const { return folder_ + L"\\Daten\\TARVENIK"; }
-
-    /// The folder of the test programs of this build.
+    /// The folder of the test programs of this build, without a trailing "\".
     static std::wstring testFolder();
     static std::wstring builtProgram();
 
-    void version(const std::string& content) { write(programFolder() + L"\\Version.INI", content); }
-    void machine(const std::string& content) { write(dataFolder() + L"\\Q_Machine.INI", content); }
-    void qv(const std::string& content) { write(dataFolder() + L"\\QV.ini", content); }
+    std::wstring path(const std::wstring& name) const { return folder_ + L"\\" + name; }
+    void write(const std::wstring& name, const std::string& bytes) const;
+    std::string read(const std::wstring& name) const;
 
-    /// Variables for the program; ProgramData leads to dataFolder().
+    /// Variables for the program; ProgramData leads to "Daten".
     std::map<std::wstring, std::wstring> environment;
+    std::unique_ptr<ProgramDriver> start() const;
 
-    std::unique_ptr<ProgramDriver> start();
-
-    static void write(const std::wstring& file, const std::string& bytes);
-    static std::string read(const std::wstring& file);
-    /// Names in a folder, in alphabetical order and lower case, each followed by a blank.
-    static std::wstring list(const std::wstring& folder);
+    /// From now on the skin control and the management service are the stand-in component, which notes its
+    /// calls in "skin.log" and, when `pumping`, handles messages for a while in each.
+    void registerStandIn(bool pumping);
+    void forgetStandIn() const;
 
 private:
     std::wstring folder_;

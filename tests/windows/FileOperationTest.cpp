@@ -1,181 +1,139 @@
 #include "runtime/Funktionen32/FileOperation.h"
 
 #include "platform/FileStore.h"
-#include "platform/windows/WindowsPlatform.h"
 #include "runtime/Runtime.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/ContractWorld.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <map>
 
-#include <objbase.h>
 #include <windows.h>
 
 namespace tarv {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::string_literals;
 using Tree = std::map<std::wstring, std::string>;
 
 /// The real shell on real files: each test starts with "in" (files and a folder) and an empty "out".
-class RealFileOperation : public testing::Test {
+class RealFileOperation : public Contract {
 protected:
     RealFileOperation() {
-        OleInitialize(nullptr);
-        clear();
+        for (const wchar_t* folder : {L"in", L"in\\sub", L"in\\sub\\tief", L"out", L"many"})
+            world->putFolder(path(folder));
         for (const auto& [name, bytes] : original)
-            put(L"in\\" + name, bytes);
-        fs::create_directories(root / L"out");
+            world->putFile(path(L"in\\" + name), bytes);
     }
-    ~RealFileOperation() override {
-        clear();
-        OleUninitialize();
-    }
-
-    void clear() {
-        std::error_code ignored;
-        if (fs::exists(root, ignored))
-            for (const auto& entry : fs::recursive_directory_iterator(root, ignored))
-                SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-        fs::remove_all(root, ignored);
-    }
-    void put(const std::wstring& name, std::string_view bytes) {
-        fs::create_directories((root / name).parent_path());
-        std::ofstream(root / name, std::ios::binary) << bytes;
-    }
-    std::wstring at(const std::wstring& name) const { return (root / name).wstring(); }
-
     /// The files of a folder with their contents, deep.
-    Tree tree(const std::wstring& folder) const {
+    Tree tree(const std::wstring& folder) {
         Tree found;
-        for (const auto& entry : fs::recursive_directory_iterator(root / folder))
-            if (entry.is_regular_file()) {
-                std::ifstream file(entry.path(), std::ios::binary);
-                found[fs::relative(entry.path(), root / folder).wstring()] =
-                    std::string(std::istreambuf_iterator(file), {});
-            }
+        for (const auto& entry : fs::recursive_directory_iterator(path(folder)))
+            if (entry.is_regular_file())
+                found[fs::relative(entry.path(), path(folder)).wstring()] =
+                    *world->bytes(entry.path().wstring());
         return found;
     }
-
-    bool run(std::int32_t operation, const std::wstring& source, const std::wstring& target) {
-        return FileOperation(rt, operation, source, target, false, true, 0, true, error);
+    /// Both names may be lists, parted by "|".
+    bool run(std::int32_t operation, const std::wstring& sources, const std::wstring& targets = {}) {
+        const auto list = [&](const std::wstring& names) {
+            std::wstring paths;
+            for (std::size_t from = 0; from < names.size(); from = names.find(L'|', from) + 1) {
+                paths += path(names.substr(from, names.find(L'|', from) - from)) + L'\0';
+                if (names.find(L'|', from) == names.npos)
+                    return paths.substr(0, paths.size() - 1);
+            }
+            return paths;
+        };
+        const bool done =
+            FileOperation(rt, operation, list(sources), list(targets), false, true, 0, true, error);
+        EXPECT_EQ(done, error.number == 0) << error.description;
+        return done;
     }
 
     const Tree original{{L"ж.txt", "zh"},
                         {L"a.txt", "a"},
                         {L"b.txt", "b"},
-                        {L"Straße äöü.dat", "drei"},
+                        {L"Straße äö.dat", "d"},
                         {L"sub\\tief\\c.txt", "c"}};
-    const fs::path root = fs::temp_directory_path() / (L"tarvfile" + std::to_wstring(GetCurrentProcessId()));
-    WindowsPlatform windows;
-    Runtime rt{windows.border()};
+    Runtime rt{border};
     ErrorRecord error;
 };
 
-TEST_F(RealFileOperation, NamesOutsideTheCodePageAreNeverPatterns) {
+TEST_F(RealFileOperation, ArriveAsThemselvesAndNothingElseIsTouched) {
     Tree rest = original;
     rest.erase(L"ж.txt");
-
-    EXPECT_TRUE(run(file_operation::copy, at(L"in\\ж.txt"), at(L"out")));
-    EXPECT_EQ(tree(L"out"), (Tree{{L"ж.txt", "zh"}}));
-    EXPECT_EQ(tree(L"in"), original);
-
-    EXPECT_TRUE(run(file_operation::rename, at(L"out\\ж.txt"), at(L"out\\щ.txt")));
-    EXPECT_EQ(tree(L"out"), (Tree{{L"щ.txt", "zh"}}));
-
-    EXPECT_TRUE(run(file_operation::remove, at(L"in\\ж.txt"), L""));
-    EXPECT_EQ(tree(L"in"), rest);
-
-    EXPECT_TRUE(run(file_operation::move, at(L"out\\щ.txt"), at(L"in\\ж.txt")));
-    EXPECT_EQ(tree(L"in"), original);
-    EXPECT_TRUE(tree(L"out").empty());
-}
-
-TEST_F(RealFileOperation, FoldersListsAndPatterns) {
-    EXPECT_TRUE(run(file_operation::copy, at(L"in\\*.txt"), at(L"out\\pattern")));
-    EXPECT_EQ(tree(L"out\\pattern"), (Tree{{L"ж.txt", "zh"}, {L"a.txt", "a"}, {L"b.txt", "b"}}));
-
-    EXPECT_TRUE(run(file_operation::copy, at(L"in"), at(L"out"))) << error.number;
-    EXPECT_EQ(tree(L"out\\in"), original);
-    EXPECT_TRUE(run(file_operation::copy, at(L"in"), at(L"out\\new name"))) << error.number;
-    EXPECT_EQ(tree(L"out\\new name"), original);
-
-    const std::wstring two = at(L"in\\a.txt") + L'\0' + at(L"in\\sub");
-    EXPECT_TRUE(run(file_operation::copy, two, at(L"out\\list"))) << error.number;
-    EXPECT_EQ(tree(L"out\\list"), (Tree{{L"a.txt", "a"}, {L"sub\\tief\\c.txt", "c"}}));
-
-    const std::wstring files = at(L"in\\a.txt") + L"\0\0"s + at(L"in\\b.txt");
-    EXPECT_TRUE(run(file_operation::copy, files, at(L"out\\1.txt") + L'\0' + at(L"out\\2.txt")))
-        << error.number;
-    EXPECT_EQ(tree(L"out")[L"2.txt"], "b");
-
-    EXPECT_TRUE(run(file_operation::move, at(L"in\\sub"), at(L"out\\moved")));
-    EXPECT_EQ(tree(L"out\\moved"), (Tree{{L"tief\\c.txt", "c"}}));
-    EXPECT_FALSE(fs::exists(root / L"in\\sub"));
-    EXPECT_TRUE(run(file_operation::remove, at(L"out"), L""));
-    EXPECT_FALSE(fs::exists(root / L"out"));
-}
-
-TEST_F(RealFileOperation, ManyFilesAndALongPath) {
-    std::wstring sources;
+    std::wstring many;
+    Tree manyFiles;
     for (int i = 0; i < 150; ++i) {
-        put(L"many\\" + std::to_wstring(i) + L" ü.txt", std::to_string(i));
-        sources += at(L"many\\" + std::to_wstring(i) + L" ü.txt") + L'\0';
+        manyFiles[std::to_wstring(i) + L" ü.txt"] = std::to_string(i);
+        world->putFile(path(L"many\\" + std::to_wstring(i) + L" ü.txt"), std::to_string(i));
+        many += L"|many\\" + std::to_wstring(i) + L" ü.txt";
     }
-    EXPECT_TRUE(run(file_operation::copy, sources, at(L"out")));
-    EXPECT_EQ(tree(L"out"), tree(L"many"));
-
-    const std::wstring longName(250 - at(L"out\\.txt").size(), L'x');
-    const std::wstring target = at(L"out\\" + longName + L".txt");
-    ASSERT_EQ(target.size(), 250u);
-    EXPECT_TRUE(run(file_operation::copy, at(L"in\\a.txt"), target)) << error.number;
-    EXPECT_EQ(tree(L"out")[longName + L".txt"], "a");
-    EXPECT_TRUE(run(file_operation::remove, target, L""));
-    EXPECT_FALSE(fs::exists(target));
+    const std::wstring longName(250 - path(L"out\\.txt").size(), L'x');
+    using namespace file_operation;
+    const struct {
+        std::int32_t operation;
+        std::wstring sources, targets, seen;
+        Tree there;
+    } steps[] = {
+        {copy, L"in\\ж.txt", L"out", L"out", {{L"ж.txt", "zh"}}},
+        {rename, L"out\\ж.txt", L"out\\щ.txt", L"out", {{L"щ.txt", "zh"}}},
+        {remove, L"in\\ж.txt", L"", L"in", rest},
+        {move, L"out\\щ.txt", L"in\\ж.txt", L"in", original},
+        {copy, L"in\\*.txt", L"out\\1", L"out\\1", {{L"ж.txt", "zh"}, {L"a.txt", "a"}, {L"b.txt", "b"}}},
+        {copy, L"in", L"out\\1", L"out\\1\\in", original},
+        {copy, L"in", L"out\\new name", L"out\\new name", original},
+        {copy, L"in\\a.txt|in\\sub", L"out\\2", L"out\\2", {{L"a.txt", "a"}, {L"sub\\tief\\c.txt", "c"}}},
+        {copy,
+         L"in\\a.txt|in\\b.txt",
+         L"out\\2\\1|out\\2\\sub\\2",
+         L"out\\2\\sub",
+         {{L"2", "b"}, {L"tief\\c.txt", "c"}}},
+        {move, L"out\\2\\sub", L"out\\3", L"out\\3", {{L"2", "b"}, {L"tief\\c.txt", "c"}}},
+        {copy, many.substr(1), L"out\\4", L"out\\4", manyFiles},
+        {copy, L"in\\a.txt", L"out\\" + longName + L".txt", L"in", original},
+        {move, L"out\\" + longName + L".txt", L"out\\4\\0 ü.txt", L"in", original},
+        {remove, L"out\\1|out\\new name|out\\2|out\\3", L"", L"out\\4",
+         (manyFiles[L"0 ü.txt"] = "a", manyFiles)},
+    };
+    for (const auto& [operation, sources, targets, seen, there] : steps) {
+        EXPECT_TRUE(run(operation, sources, targets)) << sources << L" -> " << targets;
+        EXPECT_EQ(tree(seen), there) << sources << L" -> " << targets;
+    }
+    EXPECT_EQ(tree(L"in"), original);
+    EXPECT_EQ(tree(L"out").size(), 150u);
 }
 
 TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     const HANDLE locked =
-        CreateFileW(at(L"in\\b.txt").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(locked, INVALID_HANDLE_VALUE);
-    const std::wstring sources = at(L"in\\a.txt") + L'\0' + at(L"in\\b.txt");
-    EXPECT_FALSE(run(file_operation::copy, sources, at(L"out")));
-    EXPECT_NE(error.number, 0);
+        CreateFileW(path(L"in\\b.txt").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_FALSE(run(file_operation::copy, L"in\\a.txt|in\\b.txt", L"out"));
     EXPECT_EQ(error.description, L"Datei-Operation fehlgeschlagen");
-    EXPECT_FALSE(run(file_operation::remove, at(L"in\\b.txt"), L""));
-    EXPECT_NE(error.number, 0);
-    // What becomes of a move is the shell's word alone, and not every shell tells the truth; nothing may be
-    // lost.
-    run(file_operation::move, at(L"in\\b.txt"), at(L"out\\b.txt"));
+    EXPECT_FALSE(run(file_operation::remove, L"in\\b.txt"));
+    // What becomes of a move is the shell's word alone, and not every shell tells the truth.
+    run(file_operation::move, L"in\\b.txt", L"out\\b.txt");
     CloseHandle(locked);
     EXPECT_EQ(tree(L"in"), original);
 
-    EXPECT_FALSE(run(file_operation::copy, at(L"in\\none.txt"), at(L"out")));
-    EXPECT_NE(error.number, 0);
-    EXPECT_FALSE(run(file_operation::copy, at(L"in\\a.txt") + L'\0' + at(L"in\\none.txt"), at(L"out")));
-    fs::remove_all(root / L"out");
-    fs::create_directories(root / L"out");
-    run(file_operation::move, sources, at(L"out\\1") + L'\0' + at(L"out\\2") + L'\0' + at(L"out\\3"));
-    run(file_operation::move, sources + L'\0' + at(L"in\\ж.txt"), at(L"out\\1") + L'\0' + at(L"out\\2"));
+    EXPECT_FALSE(run(file_operation::copy, L"in\\none.txt", L"out"));
+    EXPECT_FALSE(run(file_operation::copy, L"in\\a.txt|in\\none.txt", L"out"));
+    fs::remove_all(path(L"out"));
+    world->putFolder(path(L"out"));
+    run(file_operation::move, L"in\\a.txt|in\\b.txt", L"out\\1|out\\2|out\\3");
+    run(file_operation::move, L"in\\a.txt|in\\b.txt|in\\ж.txt", L"out\\1|out\\2");
     Tree everywhere = tree(L"in");
     everywhere.merge(tree(L"out"));
     for (const auto& [name, bytes] : original)
         EXPECT_TRUE(std::ranges::any_of(everywhere, [&](const auto& file) { return file.second == bytes; }))
             << bytes;
-}
 
-TEST_F(RealFileOperation, ReadOnlyFilesAreGoneOrReported) {
-    SetFileAttributesW(at(L"in\\a.txt").c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_TRUE(run(file_operation::copy, at(L"in\\a.txt"), at(L"out")));
+    world->putFile(path(L"in\\alt.txt"), "alt");
+    world->setAttributes(path(L"in\\alt.txt"), attribute::readOnly);
+    EXPECT_TRUE(run(file_operation::copy, L"in\\alt.txt", L"out"));
     // Shells differ in whether "no confirmation" covers such a file.
-    const bool done = run(file_operation::remove, at(L"in\\a.txt"), L"");
-    EXPECT_EQ(done, !fs::exists(root / L"in\\a.txt"));
-    EXPECT_EQ(done, error.number == 0);
-    EXPECT_EQ(tree(L"out"), (Tree{{L"a.txt", "a"}}));
+    EXPECT_EQ(run(file_operation::remove, L"in\\alt.txt"), !fs::exists(path(L"in\\alt.txt")));
+    EXPECT_EQ(tree(L"out")[L"alt.txt"], "alt");
 }
 
 } // namespace

@@ -54,10 +54,10 @@ public:
     std::wstring missingProgram() override { return folder() + L"none.exe"; }
 
 private:
-    struct Com {
-        Com() { (void)CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-        ~Com() { CoUninitialize(); }
-    } com_;
+    struct Apartment {
+        Apartment() { (void)OleInitialize(nullptr); }
+        ~Apartment() { OleUninitialize(); }
+    } apartment_;
     WindowsPlatform platform_;
     fs::path folder_;
 };

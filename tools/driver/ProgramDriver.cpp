@@ -116,7 +116,8 @@ void ProgramDriver::answerBoxes() {
         constexpr int messageText = 0xFFFF;
         boxes_.push_back(text(box) + L": " + text(GetDlgItem(box, messageText)));
         PostMessageW(box, WM_COMMAND, IDOK, 0);
-        waitUntil([&] { return !IsWindow(box); });
+        // Below another box it goes later, but nobody sees it any more.
+        waitUntil([&] { return !IsWindowVisible(box); });
     }
 }
 

@@ -36,6 +36,7 @@ public:
     bool gone(HWND window, DWORD milliseconds = 20000);
     bool ended(DWORD milliseconds = 20000);
     DWORD exitCode() const;
+    HANDLE process() const { return process_.hProcess; }
 
     /// Waits until so many boxes have come up, answering them.
     bool answered(std::size_t boxes);
