@@ -5,24 +5,17 @@
 #include <iterator>
 
 namespace tarv::program {
-namespace {
 
 namespace fs = std::filesystem;
 
-constexpr wchar_t standInClass[] = L"{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
-constexpr wchar_t standInKey[] = L"CLSID\\{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
+namespace {
+
+const std::wstring standInClass = L"{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
+const std::wstring managementClass = L"{172BDDF8-CEEA-11D1-8B05-00600806D9B6}"; // Windows' own
 constexpr wchar_t skinKey[] = L"XtremeSkinFramework.SkinFramework";
-constexpr wchar_t managementClass[] = L"{172BDDF8-CEEA-11D1-8B05-00600806D9B6}"; // Windows' own
 
-void setValue(const std::wstring& key, const std::wstring& value) {
+void enter(const std::wstring& key, const std::wstring& value) {
     RegSetValueW(HKEY_CLASSES_ROOT, key.c_str(), REG_SZ, value.c_str(), 0);
-}
-
-void removeAll(const std::wstring& folder) {
-    std::error_code ignored;
-    for (const auto& entry : fs::recursive_directory_iterator(folder, ignored))
-        SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-    fs::remove_all(folder, ignored);
 }
 
 } // namespace
@@ -33,16 +26,11 @@ std::wstring Installation::testFolder() {
     return fs::path(path).parent_path().wstring();
 }
 
-std::wstring Installation::builtProgram() {
-    return fs::path(testFolder()).parent_path().wstring() + L"\\" + programFile;
-}
-
 Installation::Installation()
     : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
-    removeAll(folder_);
     for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
         fs::create_directories(path(folder));
-    fs::copy_file(builtProgram(), path(programFile));
+    fs::copy_file(fs::path(testFolder()).parent_path() / programFile, path(programFile));
     // The suite's settings lie in the Windows folder of the test prefix: each test begins without any.
     wchar_t windows[MAX_PATH];
     GetWindowsDirectoryW(windows, MAX_PATH);
@@ -52,7 +40,8 @@ Installation::Installation()
 
 Installation::~Installation() {
     forgetStandIn();
-    removeAll(folder_);
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
 }
 
 std::unique_ptr<ProgramDriver> Installation::start() const {
@@ -69,18 +58,17 @@ std::string Installation::read(const std::wstring& name) const {
 }
 
 void Installation::registerStandIn(bool pumping) {
-    setValue(std::wstring(standInKey) + L"\\InprocServer32",
-             testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
-    setValue(std::wstring(skinKey) + L"\\CLSID", standInClass);
-    setValue(L"winmgmts\\CLSID", standInClass);
+    enter(L"CLSID\\" + standInClass + L"\\InprocServer32", testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
+    enter(std::wstring(skinKey) + L"\\CLSID", standInClass);
+    enter(L"winmgmts\\CLSID", standInClass);
     environment[L"TARV_SKIN_LOG"] = path(L"skin.log");
     environment[L"TARV_SKIN_PUMPS"] = pumping ? L"1" : L"";
 }
 
 void Installation::forgetStandIn() const {
     RegDeleteTreeW(HKEY_CLASSES_ROOT, skinKey);
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, standInKey);
-    setValue(L"winmgmts\\CLSID", managementClass);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"CLSID\\" + standInClass).c_str());
+    enter(L"winmgmts\\CLSID", managementClass);
 }
 
 } // namespace tarv::program

@@ -20,25 +20,22 @@ class Installation {
 public:
     Installation();
     ~Installation();
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
 
     /// The folder of the test programs of this build, without a trailing "\".
     static std::wstring testFolder();
-    static std::wstring builtProgram();
 
     std::wstring path(const std::wstring& name) const { return folder_ + L"\\" + name; }
     void write(const std::wstring& name, const std::string& bytes) const;
     std::string read(const std::wstring& name) const;
+    std::unique_ptr<ProgramDriver> start() const;
+
+    /// The skin control and the management service are the stand-in component, which notes its calls in
+    /// "skin.log" and, when `pumping`, handles messages for a while in each.
+    void registerStandIn(bool pumping);
+    void forgetStandIn() const;
 
     /// Variables for the program; ProgramData leads to "Daten".
     std::map<std::wstring, std::wstring> environment;
-    std::unique_ptr<ProgramDriver> start() const;
-
-    /// From now on the skin control and the management service are the stand-in component, which notes its
-    /// calls in "skin.log" and, when `pumping`, handles messages for a while in each.
-    void registerStandIn(bool pumping);
-    void forgetStandIn() const;
 
 private:
     std::wstring folder_;

@@ -15,12 +15,12 @@
 namespace tarv::program {
 namespace {
 
-constexpr char configured[] = "[Directories]\r\nProgrammDirectory=C:\\Programm\r\n";
-
 struct Arriving {
     const char* name;
     UINT message;
     WPARAM parameter;
+
+    void post(HWND window) const { PostMessageW(window, message, parameter, 0); }
 };
 constexpr Arriving endings[] = {{"Beenden", WM_COMMAND, ID_mnuFileExit},
                                 {"close", WM_CLOSE, 0},
@@ -31,23 +31,15 @@ constexpr Arriving others[] = {{"Infocenter", WM_COMMAND, ID_mnuInfo},
                                {"Fernwartung", WM_COMMAND, ID_mnuSupportView},
                                {"question for the end", WM_QUERYENDSESSION, 0},
                                {"no end after all", WM_ENDSESSION, FALSE}};
-
-void post(HWND window, const Arriving& arriving) {
-    PostMessageW(window, arriving.message, arriving.parameter, 0);
-}
-
-void postOthers(HWND window, std::size_t first) {
-    for (std::size_t i = 0; i < std::size(others); ++i)
-        post(window, others[(first + i) % std::size(others)]);
-}
+constexpr char configured[] = "[Directories]\r\nProgrammDirectory=C:\\Programm\r\n";
 
 struct Situation {
     const char* name;
-    bool hasConfiguration; // without it a message box comes up at each skin call
-    bool pumping;          // the components that the program calls handle messages
+    bool configured; // without its entry a message box comes up at each skin call
+    bool pumping;    // the components that the program calls handle messages
     bool atStart;
-    UINT open;    // a window to open before
-    UINT trigger; // the command that leads into the situation
+    int open;    // the menu entry of a window to open before
+    int trigger; // the command that leads into the situation
 };
 constexpr Situation situations[] = {
     {"message box at the start", false, false, true, 0, 0},
@@ -63,28 +55,22 @@ constexpr Situation situations[] = {
 
 class Reentrancy : public testing::Test {
 protected:
-    /// Starts the program and brings it into the situation, up to what has to be posted to `trigger`.
+    /// Brings the program to where `trigger` and what is to arrive can be posted.
     void enter(const Situation& situation) {
-        program = installation.start();
         if (situation.atStart)
             waitUntil([&] {
                 mainWindow = FindWindowW(L"frmMain", nullptr);
-                return mainWindow && (situation.hasConfiguration || FindWindowW(L"#32770", nullptr));
+                return IsWindowVisible(mainWindow) || (mainWindow && situation.configured) ||
+                       FindWindowW(L"#32770", nullptr);
             });
         else
-            again(situation);
-        ASSERT_TRUE(mainWindow);
-    }
-    void again(const Situation& situation) {
-        mainWindow = modal = program->window(L"frmMain");
+            mainWindow = program->window(L"frmMain");
+        modal = mainWindow;
         if (situation.open) {
-            program->command(mainWindow, static_cast<int>(situation.open));
+            program->command(mainWindow, situation.open);
             modal = program->window(situation.open == ID_mnuInfo ? L"frmInfo4Prg" : L"frmLokaleIP");
         }
-    }
-    void trigger(const Situation& situation) {
-        if (situation.trigger)
-            program->command(modal, static_cast<int>(situation.trigger));
+        ASSERT_TRUE(modal);
     }
     /// Closes what is open, as a user would, until the main window is ready again.
     bool ready() {
@@ -98,46 +84,48 @@ protected:
             return !open && program->window(L"frmMain", 0) == mainWindow && IsWindowEnabled(mainWindow);
         });
     }
+    void expectEnd() {
+        EXPECT_TRUE(program->ended());
+        EXPECT_EQ(program->exitCode(), 0u);
+    }
 
     Installation installation;
     std::unique_ptr<ProgramDriver> program;
-    HWND mainWindow = nullptr;
-    HWND modal = nullptr;
+    HWND mainWindow = nullptr, modal = nullptr;
 };
 
 TEST_F(Reentrancy, TheProgramEndsAtOnceOrGoesOn) {
     for (const Situation& situation : situations) {
         SCOPED_TRACE(situation.name);
-        installation.write(machineFile, situation.hasConfiguration ? configured : "");
+        installation.write(machineFile, situation.configured ? configured : "");
         installation.forgetStandIn();
         if (situation.pumping)
             installation.registerStandIn(true);
         for (const Arriving& ending : endings)
             for (const bool toModal : {false, true}) {
-                // Closing a modal window is no end, and one that is gone gets no message.
+                // Closing a modal window is no end, and one that goes by itself gets no more messages.
                 if (toModal && (!situation.open || situation.trigger || ending.message != WM_ENDSESSION))
                     continue;
                 SCOPED_TRACE(ending.name);
+                program = installation.start();
                 enter(situation);
-                trigger(situation);
-                post(toModal ? modal : mainWindow, ending);
-                EXPECT_TRUE(program->ended());
-                EXPECT_EQ(program->exitCode(), 0u);
+                program->command(modal, situation.trigger);
+                ending.post(toModal ? modal : mainWindow);
+                expectEnd();
                 EXPECT_TRUE(program->boxes().empty() || situation.trigger) << "nobody answered one";
             }
-        enter(situation);
+        program = installation.start();
         for (std::size_t first = 0; first < std::size(others); ++first) {
             SCOPED_TRACE(others[first].name);
-            if (first > 0)
-                again(situation);
-            trigger(situation);
-            postOthers(mainWindow, first);
+            enter(situation);
+            program->command(modal, situation.trigger);
+            for (std::size_t i = 0; i < std::size(others); ++i)
+                others[(first + i) % std::size(others)].post(mainWindow);
             Sleep(100);
             ASSERT_TRUE(ready());
         }
         program->command(mainWindow, ID_mnuFileExit);
-        EXPECT_TRUE(program->ended());
-        EXPECT_EQ(program->exitCode(), 0u);
+        expectEnd();
     }
 }
 
@@ -157,32 +145,40 @@ void CALLBACK closeModals(HWND, UINT, UINT_PTR, DWORD) {
 TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
     installation.write(machineFile, configured);
     SetEnvironmentVariableW(L"ProgramData", installation.path(L"Daten").c_str());
-    const std::wstring child = Installation::testFolder() + L"\\tarv_child_console.exe";
+    const auto waitForChild = [](Runtime& rt, const wchar_t* kind, std::wstring arguments) {
+        std::wstring part;
+        StartExe(rt, Installation::testFolder() + L"\\tarv_child_" + kind + L".exe", 0, arguments, {}, true,
+                 part, false, WindowHandle::none, false);
+        EXPECT_FALSE(rt.externalProgram.running);
+    };
+    const struct {
+        const char* name;
+        DWORD least; // milliseconds, unless the program ends
+        std::function<void(Runtime&)> run;
+    } waits[] = {
+        {"missing file", 0, [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, installation.path(L"none.txt"))); }},
+        {"missing drive", 0, [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, L"N:\\none\\", true)); }},
+        {"child", 1000, [&](Runtime& rt) { waitForChild(rt, L"console", L"sekunde"); }},
+        {"window", 1000, [&](Runtime& rt) { waitForChild(rt, L"window", L"fenster"); }},
+        {"never idle", 1000, [&](Runtime& rt) { waitForChild(rt, L"window", L"sekunde"); }}};
     const UINT_PTR timer = SetTimer(nullptr, 0, 50, closeModals);
-    const std::pair<const char*, std::function<void(Runtime&)>> waits[] = {
-        {"file that is not there",
-         [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, installation.path(L"none.txt"))); }},
-        {"folder that is not there", [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, L"N:\\none\\", true)); }},
-        {"child", [&](Runtime& rt) {
-             std::wstring arguments = L"sekunde", part;
-             StartExe(rt, child, 0, arguments, {}, true, part, false, WindowHandle::none, false);
-             EXPECT_FALSE(rt.externalProgram.running);
-         }}};
-    for (const auto& [name, wait] : waits)
-        for (const Arriving* ending :
-             {&endings[0], &endings[1], &endings[2], static_cast<const Arriving*>(nullptr)}) {
-            SCOPED_TRACE(name);
+    for (const auto& wait : waits)
+        for (std::size_t ending = 0; ending <= std::size(endings); ++ending) {
+            SCOPED_TRACE(wait.name);
+            const bool ends = ending < std::size(endings);
             WindowsPlatform windows;
             windows.setMessageFilter(ui::filterMessage);
             Runtime rt{windows.border()};
             frmMain window(rt);
             window.show(SW_SHOW);
-            if (ending)
-                post(window.handle(), *ending);
-            else
-                postOthers(window.handle(), 0);
-            wait(rt);
-            EXPECT_EQ(window.alive(), !ending);
+            if (ends)
+                endings[ending].post(window.handle());
+            for (const Arriving& other : others)
+                other.post(window.handle());
+            const ULONGLONG begin = GetTickCount64();
+            wait.run(rt);
+            EXPECT_TRUE(ends || GetTickCount64() - begin >= wait.least);
+            EXPECT_EQ(window.alive(), !ends);
             window.close();
             ui::runMessageLoop();
             EXPECT_FALSE(window.alive());

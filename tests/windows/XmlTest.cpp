@@ -92,18 +92,15 @@ TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
     const struct {
         const char *encoding, *mark, *umlaut;
     } encodings[] = {{"UTF-8", "", "\xC3\xA4"}, {"ISO-8859-1", "", "\xE4"}, {"UTF-16", "\xFF\xFE", "\xE4"}};
-    for (unsigned kind = 0; kind < 60; ++kind) {
+    for (int kind = 0; kind < 30; ++kind) {
         const auto& [encoding, mark, umlaut] = encodings[kind % 3];
-        const std::string number = std::to_string(kind * 2654435761u % 1000);
-        const std::string parts[] = {
-            "<![CDATA[<kein> &amp; Element]]>", "Erd<b>arbeiten</b> <!-- Rand -->" + number,
-            "<p:preis p:einheit='qm'/>" + number, std::string("W") + umlaut + "nde &#8364; &lt;"};
         std::string text =
             std::string("<?xml version=\"1.0\" encoding=\"") + encoding +
             "\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>";
-        for (unsigned i = 0; i < kind; ++i)
-            text += "\n <pos nr=\"" + std::to_string(i) + "\">" + parts[(kind / 3 + i) % 4] + "</pos>";
-        text += "<ende>" + parts[kind % 4] + "</ende></lv>\n<!-- Ende -->";
+        for (int i = 0; i < kind; ++i)
+            text += "\n <pos nr=\"" + std::to_string(i) + "\"><![CDATA[<kein> &amp; Element]]></pos>";
+        text += std::string("<ende>W") + umlaut +
+                "nde &#8364; 1<b>b</b>&lt;<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n<!-- Ende -->";
         std::string bytes = mark;
         for (const char unit : text)
             bytes += *mark ? std::string{unit, '\0'} : std::string{unit};
@@ -114,19 +111,18 @@ TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
             xml.Save(path(L"b.xml"));
         ASSERT_TRUE(xml.OpenFromFile(path(L"b.xml"), true)) << text;
         EXPECT_TRUE(xml.XML() == first) << xml.XML();
-        EXPECT_EQ(xml.NodeCount(L"pos"), static_cast<int>(kind));
+        EXPECT_EQ(xml.NodeCount(L"pos[. = '<kein> &amp; Element']"), kind);
         EXPECT_EQ(xml.ReadAttribute(L"/lv", L"k"), Value(L"<\"ü"));
-        const std::wstring ends[] = {L"<kein> &amp; Element", L"Erdarbeiten", L"", L"Wände € <"};
-        EXPECT_TRUE(xml.ReadNode(L"ende").starts_with(ends[kind % 4])) << xml.ReadNode(L"ende");
-        EXPECT_NE(first.find(L"<?ausgabe breite=\"80\"?>"), std::wstring::npos);
-        EXPECT_NE(first.find(L"<!-- Ende -->"), std::wstring::npos);
+        EXPECT_EQ(xml.ReadNode(L"ende"), L"Wände € 1b<");
+        for (const wchar_t* kept :
+             {L"<?ausgabe breite=\"80\"?>", L"<!-- Rand -->", L"<!-- Ende -->", L"<![CDATA["})
+            EXPECT_TRUE(first.find(kept) != first.npos || kind == 0) << kept;
     }
     for (wchar_t unit = 0; unit < 0x20; ++unit) {
         ASSERT_TRUE(xml.OpenFromString(L"<r><a k=''/></r>", true));
         const std::wstring text{L'a', unit, L'b'};
         const bool allowed = unit == 9 || unit == 10 || unit == 13;
-        EXPECT_EQ(xml.WriteNode(L"a", text), allowed) << int(unit);
-        EXPECT_EQ(xml.WriteAttribute(L"a", L"k", text), allowed) << int(unit);
+        EXPECT_EQ(xml.WriteNode(L"a", text) && xml.WriteAttribute(L"a", L"k", text), allowed) << int(unit);
         xml.Save(path(L"c.xml"));
         EXPECT_TRUE(xml.OpenFromFile(path(L"c.xml"), true)) << int(unit);
     }

@@ -197,6 +197,20 @@ bool ProgramDriver::focusOn(HWND window, int id) {
     });
 }
 
+bool ProgramDriver::copied(const std::wstring& wanted) {
+    return waitUntil([&] {
+        std::wstring text;
+        if (OpenClipboard(nullptr)) {
+            if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+                text = static_cast<const wchar_t*>(GlobalLock(data));
+                GlobalUnlock(data);
+            }
+            CloseClipboard();
+        }
+        return text == wanted;
+    });
+}
+
 void ProgramDriver::changeDpi(HWND window, int from, int to) {
     RECT rect{};
     GetWindowRect(window, &rect);

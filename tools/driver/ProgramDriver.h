@@ -51,6 +51,9 @@ public:
     /// Changes the window's DPI as moving it to another screen does; size and place go with it.
     void changeDpi(HWND window, int from, int to);
 
+    /// Waits until the clipboard holds this text.
+    static bool copied(const std::wstring& wanted);
+
     static std::wstring text(HWND window);
     std::wstring tabText(HWND tabs, int index);
     /// The nodes of the first groups (of all by default); each is opened first, as a user would.
