@@ -136,7 +136,7 @@ void ErrorDialog::initialise() {
             control(id), GWLP_USERDATA,
             SetWindowLongPtrW(control(id), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(controlProcedure)));
     if (owner_)
-        for (const WPARAM kind : {ICON_BIG, ICON_SMALL})
+        for (const WPARAM kind : {WPARAM{ICON_BIG}, WPARAM{ICON_SMALL}})
             SendMessageW(dialog_, WM_SETICON, kind, SendMessageW(owner_, WM_GETICON, kind, 0));
     applyDpi();
     const SIZE size = outer(firstClient);

@@ -44,8 +44,9 @@ void addParagraph(std::wstring& report, const std::wstring& text) {
 std::wstring numberText(std::int32_t number) {
     wchar_t text[40];
     const bool isCode = number > 0xFFFF || number < -0xFFFF;
-    std::swprintf(text, std::size(text), isCode ? L"%ld (0x%08lX)" : L"%ld", static_cast<long>(number),
-                  static_cast<unsigned long>(static_cast<std::uint32_t>(number)));
+    static_cast<void>(std::swprintf(text, std::size(text), isCode ? L"%ld (0x%08lX)" : L"%ld",
+                                    static_cast<long>(number),
+                                    static_cast<unsigned long>(static_cast<std::uint32_t>(number))));
     return text;
 }
 
