@@ -1,4 +1,5 @@
-// The yardstick for the program's start: the least that a program with the same manifest needs to show a window.
+// The yardstick for the program's start: the least that a program with the same manifest needs to show a
+// window.
 #include <windows.h>
 
 namespace {
@@ -21,8 +22,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     windowClass.lpszClassName = L"BareWindow";
     RegisterClassW(&windowClass);
-    const HWND window = CreateWindowW(L"BareWindow", L"BareWindow", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                                      640, 480, nullptr, nullptr, instance, nullptr);
+    const HWND window = CreateWindowW(L"BareWindow", L"BareWindow", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                                      CW_USEDEFAULT, 640, 480, nullptr, nullptr, instance, nullptr);
     ShowWindow(window, show);
     UpdateWindow(window);
     MSG message;

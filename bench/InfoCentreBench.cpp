@@ -1,17 +1,21 @@
-// The info centre's load, split into its stages, for 10, 100 and 1,000 groups of ten entries. Runs over the real
-// border; the times of the profile functions and of the trace file are taken at the border.
-#include "bench/Stopwatch.h"
+// The info centre's load, split into its stages, for 10, 100 and 1,000 groups of ten entries. Runs over the
+// real border; the times of the profile functions and of the trace file are taken at the border. Then all
+// nodes of a large tree against bare inserts into the same control.
+#include "bench/Comparison.h"
 #include "bench/TimedBorder.h"
 #include "infocenter/InfoReport.h"
 #include "infocenter/IniTree.h"
 #include "infocenter/SystemProbes.h"
+#include "infocenter/frmInfo4PrgTree.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Runtime.h"
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <objbase.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -21,12 +25,61 @@ namespace {
 using namespace tarv;
 using namespace tarv::bench;
 
-struct Stages {
-    double report = 0;
-    double management = 0;
-    double trace = 0;
-    double profiles = 0;
-    double tree = 0;
+enum Stage {
+    management,
+    profiles,
+    trace,
+    inserts,
+    report,
+    tree,
+    stages
+};
+constexpr const char* stageNames[stages]{"WMI",          "profile functions", "trace file",
+                                         "tree control", "our report",        "our tree"};
+using Times = std::array<double, stages>;
+
+/// A visible window with a tree control, which passes the control's notifications on.
+class TreeWindow {
+public:
+    TreeWindow() {
+        const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TREEVIEW_CLASSES};
+        InitCommonControlsEx(&controls);
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = answer;
+        windowClass.lpszClassName = L"TreeBench";
+        RegisterClassW(&windowClass);
+        window_ = CreateWindowW(L"TreeBench", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 640, 480, nullptr,
+                                nullptr, nullptr, nullptr);
+        tree_ = CreateWindowW(WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE | TVS_HASLINES | TVS_HASBUTTONS, 0, 0,
+                              600, 400, window_, nullptr, nullptr, nullptr);
+    }
+    TreeWindow(const TreeWindow&) = delete;
+    TreeWindow& operator=(const TreeWindow&) = delete;
+    ~TreeWindow() { DestroyWindow(window_); }
+
+    HWND tree() const { return tree_; }
+    void notify(IniTreeView& view) {
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&view));
+    }
+
+    /// Without drawing: a person opens one group at a time.
+    void expandAll() const {
+        SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
+        for (HTREEITEM item = TreeView_GetRoot(tree_); item; item = TreeView_GetNextSibling(tree_, item))
+            TreeView_Expand(tree_, item, TVE_EXPAND);
+        SendMessageW(tree_, WM_SETREDRAW, TRUE, 0);
+    }
+
+private:
+    static LRESULT CALLBACK answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (auto* view = reinterpret_cast<IniTreeView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+            view && message == WM_NOTIFY)
+            view->onNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    HWND window_;
+    HWND tree_;
 };
 
 std::wstring temporaryFolder() {
@@ -42,55 +95,150 @@ void writeInstallation(const std::wstring& folder, int groups) {
     for (int group = 0; group < groups; ++group) {
         text += "[Gruppe" + std::to_string(group) + "]\r\n";
         for (int entry = 0; entry < 10; ++entry)
-            text += "Eintrag" + std::to_string(entry) + "=N:\\TARVENIK\\Daten\\" + std::to_string(entry) + "\r\n";
+            text +=
+                "Eintrag" + std::to_string(entry) + "=N:\\TARVENIK\\Daten\\" + std::to_string(entry) + "\r\n";
     }
-    const HANDLE file = CreateFileW((folder + L"\\TARVENIK\\Q_Machine.INI").c_str(), GENERIC_WRITE, 0, nullptr,
-                                    CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW((folder + L"\\TARVENIK\\Q_Machine.INI").c_str(), GENERIC_WRITE, 0,
+                                    nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     DWORD written = 0;
     WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
     CloseHandle(file);
     DeleteFileW((folder + L"\\TARVENIK\\QV.ini").c_str());
 }
 
-Stages measureOnce(Platform& border) {
-    Stages stages;
-    TimedProfileFiles profiles(border.profiles, stages.profiles);
-    TimedFileStore files(border.files, stages.trace);
-    Platform timed{profiles,          files,          border.environment, border.program,
-                   border.processes,   border.desktop, border.regional,    border.machine,
-                   border.shell,       border.automation, border.codePage, border.xml};
+Times measureOnce(Platform& border, IniTreeView& view) {
+    Times times{};
+    TimedProfileFiles timedProfiles(border.profiles, times[profiles]);
+    TimedFileStore timedFiles(border.files, times[trace]);
+    Platform timed{timedProfiles,    timedFiles,        border.environment, border.program,
+                   border.processes, border.desktop,    border.regional,    border.machine,
+                   border.shell,     border.automation, border.codePage,    border.xml};
     Runtime rt{timed};
 
-    std::wstring name, version, extra;
+    std::wstring name, version;
     {
-        const Lap lap(stages.management);
+        const Lap lap(times[management]);
         GetOSFromWMI(rt, name, version);
     }
-    double report = 0;
+    double whole = 0;
     {
-        const Lap lap(report);
+        const Lap lap(whole);
         BuildInfoReport(rt);
     }
-    stages.report = std::max(0.0, report - stages.management);
-    stages.profiles = stages.trace = 0;
-    double tree = 0;
+    times[report] = std::max(0.0, whole - times[management] - times[profiles] - times[trace]);
+    const double before = times[profiles] + times[trace];
+    IniTree read;
+    whole = 0;
     {
-        const Lap lap(tree);
-        ReadIniTree(rt);
+        const Lap lap(whole);
+        read = ReadIniTree(rt);
     }
-    stages.tree = tree - stages.profiles - stages.trace;
-    return stages;
+    times[tree] = whole - (times[profiles] + times[trace] - before);
+    {
+        const Lap lap(times[inserts]);
+        view.fill(std::move(read));
+    }
+    return times;
 }
 
-Stages measure(Platform& border) {
-    std::array<std::vector<double>, 5> all;
-    for (int round = 0; round < 9; ++round) {
-        const Stages once = measureOnce(border);
-        const std::array<double, 5> values{once.report, once.management, once.trace, once.profiles, once.tree};
-        for (std::size_t i = 0; i < values.size(); ++i)
-            all[i].push_back(values[i]);
+Times measure(Platform& border, IniTreeView& view) {
+    std::array<std::vector<double>, stages> all;
+    for (int round = 0; round < 15; ++round) {
+        const Times once = measureOnce(border, view);
+        for (std::size_t i = 0; i < stages; ++i)
+            all[i].push_back(once[i]);
     }
-    return {median(all[0]), median(all[1]), median(all[2]), median(all[3]), median(all[4])};
+    Times medians{};
+    std::ranges::transform(all, medians.begin(), [](auto& times) { return median(times); });
+    return medians;
+}
+
+double sum(const Times& times, std::initializer_list<Stage> which) {
+    double total = 0;
+    for (const Stage stage : which)
+        total += times[stage];
+    return total;
+}
+
+void compareLoads(Platform& border, const std::wstring& folder, IniTreeView& view) {
+    double perGroup = 0;
+    for (const int groups : {10, 100, 1000}) {
+        writeInstallation(folder, groups);
+        Sleep(3000); // until then Wine takes the file for one that may still be written, and parses it at
+                     // every call
+        const Times times = measure(border, view);
+        const std::string load = "Info centre, " + std::to_string(groups) + " groups: ";
+        const double whole = sum(times, {management, profiles, trace, inserts, report, tree});
+        for (int stage = 0; stage < stages; ++stage)
+            printRow((load + stageNames[stage]).c_str(), "whole load", "ms",
+                     perCall({times[static_cast<std::size_t>(stage)], whole}, 1000), "");
+        printRow((load + "our share (report and tree)").c_str(), "whole load", "ms",
+                 perCall({sum(times, {report, tree}), whole}, 1000), "<= 0.1");
+        const double growing = sum(times, {profiles, trace, inserts, tree}) / groups;
+        if (perGroup == 0)
+            perGroup = growing;
+        else
+            printRow((load + "growth, per group").c_str(), "10 groups", "us", {growing, perGroup}, "<= 1.2");
+    }
+}
+
+IniTree largeTree() {
+    IniTree tree;
+    for (int group = 0; group < 100; ++group) {
+        const std::wstring name = L"Gruppe" + std::to_wstring(group);
+        IniGroupNode node{L"K" + name, L"Q_Machine.INI  [" + name + L"]", {}};
+        for (int entry = 0; entry < 99; ++entry) {
+            const std::wstring line = L"Eintrag" + std::to_wstring(entry) + L"=N:\\TARVENIK\\Daten";
+            node.entries.push_back({node.key + L"|" + line, line});
+        }
+        tree.groups.push_back(std::move(node));
+    }
+    return tree;
+}
+
+HTREEITEM insertBare(HWND control, HTREEITEM parent, const std::wstring& text) {
+    TVINSERTSTRUCTW item{};
+    item.hParent = parent;
+    item.hInsertAfter = TVI_LAST;
+    item.item.mask = TVIF_TEXT;
+    item.item.pszText = const_cast<wchar_t*>(text.c_str());
+    return TreeView_InsertItem(control, &item);
+}
+
+/// A tree of 10,000 nodes: as our window fills it, where the entries of a group enter when it is first
+/// opened, against everything at once. Then the same with every group opened, which nobody does by hand.
+void compareInserts() {
+    const IniTree tree = largeTree();
+    TreeWindow ownWindow, bareWindow;
+    IniTreeView view;
+    view.attach(ownWindow.tree());
+    ownWindow.notify(view);
+    const auto fillBare = [&] {
+        const HWND control = bareWindow.tree();
+        SendMessageW(control, WM_SETREDRAW, FALSE, 0);
+        TreeView_DeleteAllItems(control);
+        for (const IniGroupNode& group : tree.groups) {
+            const HTREEITEM parent = insertBare(control, TVI_ROOT, group.text);
+            for (const IniEntryNode& entry : group.entries)
+                insertBare(control, parent, entry.text);
+        }
+        SendMessageW(control, WM_SETREDRAW, TRUE, 0);
+    };
+    const Pair filled = byTurns(
+        15, [&] { view.fill(tree); }, fillBare);
+    printRow("10,000 tree nodes", "bare inserts, redraw off", "ms", perCall(filled, 1000), "<= 1.2");
+    const Pair opened = byTurns(
+        5,
+        [&] {
+            view.fill(tree);
+            ownWindow.expandAll();
+        },
+        [&] {
+            fillBare();
+            bareWindow.expandAll();
+        });
+    printRow("10,000 tree nodes and all groups opened", "bare inserts, redraw off", "ms",
+             perCall(opened, 1000), "<= 1.2");
 }
 
 } // namespace
@@ -101,19 +249,11 @@ int main() {
         const std::wstring folder = temporaryFolder();
         SetEnvironmentVariableW(L"ProgramData", folder.c_str());
         WindowsPlatform windows;
-        std::puts("info centre's load in ms, medians of 9 (ratio: per group against 10 groups)");
-        std::puts("groups  report     WMI   trace  profiles  our tree     sum   ratio");
-        double perGroup = 0;
-        for (const int groups : {10, 100, 1000}) {
-            writeInstallation(folder, groups);
-            const Stages s = measure(windows.border());
-            const double growing = s.trace + s.profiles + s.tree;
-            if (perGroup == 0)
-                perGroup = growing / groups;
-            std::printf("%6d %7.2f %7.2f %7.2f %9.2f %9.2f %7.2f  %6.2f\n", groups, s.report / 1000,
-                        s.management / 1000, s.trace / 1000, s.profiles / 1000, s.tree / 1000,
-                        (growing + s.report + s.management) / 1000, growing / groups / perGroup);
-        }
+        TreeWindow window;
+        IniTreeView view;
+        view.attach(window.tree());
+        compareLoads(windows.border(), folder, view);
+        compareInserts();
     }
     CoUninitialize();
     return 0;

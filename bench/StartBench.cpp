@@ -1,8 +1,9 @@
-// start_bench.exe BARE PROGRAM: time from CreateProcess to the first complete paint of the window, both programs by
-// turns, and the largest working set each had by then.
-#include "bench/Stopwatch.h"
+// bench_start BARE PROGRAM: time from CreateProcess to the first complete paint of the window, both programs
+// by turns, and the largest working set each had by then.
+#include "bench/Comparison.h"
 
 #include <windows.h>
+
 #include <psapi.h>
 
 #include <cstdio>
@@ -32,7 +33,8 @@ Start startOnce(const wchar_t* program, const wchar_t* windowClass) {
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     const double begun = microseconds();
-    if (!CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+    if (!CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process))
         return {};
     Start result;
     HWND window = nullptr;
@@ -60,7 +62,7 @@ Start startOnce(const wchar_t* program, const wchar_t* windowClass) {
 int wmain(int count, wchar_t** arguments) {
     if (count != 3)
         return 2;
-    constexpr int rounds = 15;
+    constexpr int rounds = 31;
     std::vector<double> bareTimes, ourTimes, bareMemory, ourMemory;
     for (int round = 0; round <= rounds; ++round) {
         const Start bare = startOnce(arguments[1], L"BareWindow");
@@ -76,9 +78,9 @@ int wmain(int count, wchar_t** arguments) {
         bareMemory.push_back(bare.peakKilobytes);
         ourMemory.push_back(ours.peakKilobytes);
     }
-    std::printf("start to first paint: program %.1f ms, bare window %.1f ms, ratio %.2f\n", median(ourTimes) / 1000,
-                median(bareTimes) / 1000, median(ourTimes) / median(bareTimes));
-    std::printf("peak memory:          program %.0f KB, bare window %.0f KB, ratio %.2f\n", median(ourMemory),
-                median(bareMemory), median(ourMemory) / median(bareMemory));
+    printRow("Start to first paint", "bare window, same manifest", "ms",
+             perCall({median(ourTimes), median(bareTimes)}, 1000), "<= 1.25");
+    printRow("Peak memory at first paint", "bare window, same manifest", "KB",
+             {median(ourMemory), median(bareMemory)}, "<= 1.5");
     return 0;
 }

@@ -1,19 +1,15 @@
 #pragma once
 
-#include <windows.h>
-
 #include <algorithm>
+#include <chrono>
 #include <vector>
 
 namespace tarv::bench {
 
-/// Microseconds of the performance counter.
+/// Microseconds of a clock that only goes forward.
 inline double microseconds() {
-    LARGE_INTEGER frequency;
-    LARGE_INTEGER now;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&now);
-    return static_cast<double>(now.QuadPart) * 1e6 / static_cast<double>(frequency.QuadPart);
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
 }
 
 /// Adds the time between its construction and its end to a sum, in microseconds.

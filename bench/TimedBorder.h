@@ -48,7 +48,9 @@ public:
         const Lap lap(sum_);
         return inner_.attributes(path);
     }
-    std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override { return inner_.search(pattern); }
+    std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override {
+        return inner_.search(pattern);
+    }
     SystemCode append(std::wstring_view path, std::string_view bytes) override {
         const Lap lap(sum_);
         return inner_.append(path, bytes);
@@ -58,7 +60,9 @@ public:
         return inner_.overwrite(path, bytes);
     }
     SystemCode remove(std::wstring_view path) override { return inner_.remove(path); }
-    SystemCode replace(std::wstring_view path, std::wstring_view by) override { return inner_.replace(path, by); }
+    SystemCode replace(std::wstring_view path, std::wstring_view by) override {
+        return inner_.replace(path, by);
+    }
     std::wstring currentDirectory() override { return inner_.currentDirectory(); }
 
 private:

@@ -1,24 +1,17 @@
 // The XML wrapper against bare calls of the same component through its dual interfaces, in one run: loading a
 // document of 50 MB, 10,000 reads by path, saving. Both sides work on the same files, turn by turn.
 //
-// xml_bench [MEGABYTES] [ROUNDS]
-//
-// Two answers: medians over the rounds, and the shortest times, which other programs on the machine disturb
-// least.
+// bench_xml [MEGABYTES] [ROUNDS]
 
+#include "bench/Comparison.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/Variant.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Runtime.h"
 #include "xml/clsXML.h"
 
-#include <algorithm>
-#include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
-#include <numeric>
 #include <string>
 #include <vector>
 
@@ -55,12 +48,6 @@ void writeSample(const std::wstring& path, std::size_t bytes) {
 std::wstring pathOf(std::size_t read) {
     const std::size_t index = 1 + read % groups;
     return L"titel[" + std::to_wstring(index) + L"]/pos[" + std::to_wstring(1 + read % 7) + L"]/kurz";
-}
-
-double milliseconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 void check(bool good, const char* what) {
@@ -110,54 +97,10 @@ struct Bare {
     }
 };
 
-struct Row {
-    const char* name;
-    std::vector<double> bare{};
-    std::vector<double> wrapped{};
-    std::vector<double> ratios{};
-    /// Shortest time of each slice over all rounds: what is left when other programs take no time away.
-    std::vector<double> bestBare{};
-    std::vector<double> bestWrapped{};
-};
-
-/// One round: both sides take turns slice by slice, so that a busy machine hits both, and change the first
-/// place, so that neither always meets the warmer memory.
-void measure(Row& row, std::size_t slices, const std::function<void(std::size_t)>& bare,
-             const std::function<void(std::size_t)>& wrapped) {
-    constexpr double never = 1e300;
-    row.bestBare.resize(slices, never);
-    row.bestWrapped.resize(slices, never);
-    double bareTime = 0;
-    double wrappedTime = 0;
-    const auto take = [](double& sum, double& best, double time) {
-        sum += time;
-        best = std::min(best, time);
-    };
-    for (std::size_t slice = 0; slice < slices; ++slice) {
-        for (const bool turn : {false, true}) {
-            if (turn == ((row.bare.size() + slice) % 2 == 0))
-                take(bareTime, row.bestBare[slice], milliseconds([&] { bare(slice); }));
-            else
-                take(wrappedTime, row.bestWrapped[slice], milliseconds([&] { wrapped(slice); }));
-        }
-    }
-    row.bare.push_back(bareTime);
-    row.wrapped.push_back(wrappedTime);
-    row.ratios.push_back(wrappedTime / bareTime);
-}
-
-double sum(const std::vector<double>& times) {
-    return std::accumulate(times.begin(), times.end(), 0.0);
-}
-
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
 void run(std::size_t megabytes, int rounds) {
-    const std::wstring sample = L"xml_bench.xml", bareOut = L"xml_bench_1.xml",
-                       wrapperOut = L"xml_bench_2.xml";
+    using namespace tarv::bench;
+    const std::wstring sample = L"bench_xml.xml", bareOut = L"bench_xml_1.xml",
+                       wrapperOut = L"bench_xml_2.xml";
     writeSample(sample, megabytes * 1000000);
     WindowsPlatform windows;
     Runtime rt(windows.border());
@@ -168,39 +111,34 @@ void run(std::size_t megabytes, int rounds) {
     for (std::size_t i = 0; i < reads; ++i)
         paths.push_back(pathOf(i));
 
-    const auto readSlice = [&](std::size_t slice, const auto& read) {
-        std::size_t total = 0;
-        for (std::size_t i = slice * reads / slicesOfReads; i < (slice + 1) * reads / slicesOfReads; ++i)
-            total += read(paths[i]);
-        return total;
+    // Both keep a document loaded throughout, so that each always meets the memory of the other.
+    const Pair loads = byTurns(
+        rounds, [&] { check(xml.OpenFromFile(sample, false), "OpenFromFile"); }, [&] { bare.load(sample); });
+    std::size_t slice = 0, bareLength = 0, length = 0;
+    // A slice each by turns: the reads of a round are few against the load, and shall meet the same pace.
+    const auto sliceOf = [&](std::size_t& sum, auto read) {
+        for (std::size_t i = slice / 2 % slicesOfReads; i < reads; i += slicesOfReads)
+            sum += read(paths[i]);
+        ++slice;
     };
-    std::array rows{Row{"load"}, Row{"10,000 reads by path"}, Row{"save"}};
-    for (int round = 0; round < rounds; ++round) {
-        std::size_t bareLength = 0;
-        std::size_t length = 0;
-        measure(
-            rows[0], 1, [&](std::size_t) { bare.load(sample); },
-            [&](std::size_t) { check(xml.OpenFromFile(sample, false), "OpenFromFile"); });
-        measure(
-            rows[1], slicesOfReads,
-            [&](std::size_t slice) {
-                bareLength += readSlice(slice, [&](auto& path) { return bare.read(path); });
-            },
-            [&](std::size_t slice) {
-                length += readSlice(slice, [&](auto& path) { return xml.ReadNode(path).size(); });
-            });
-        check(length == bareLength && length > 0, "same texts");
-        measure(
-            rows[2], 1, [&](std::size_t) { bare.save(bareOut); }, [&](std::size_t) { xml.Save(wrapperOut); });
-    }
-    std::printf("%zu MB, %d rounds\n%-22s %12s %12s %8s %12s %12s %8s\n", megabytes, rounds, "", "bare ms",
-                "clsXML ms", "ratio", "bare best", "clsXML best", "ratio");
-    for (const Row& row : rows) {
-        const double bestBare = sum(row.bestBare);
-        const double bestWrapped = sum(row.bestWrapped);
-        std::printf("%-22s %12.2f %12.2f %8.3f %12.2f %12.2f %8.3f\n", row.name, median(row.bare),
-                    median(row.wrapped), median(row.ratios), bestBare, bestWrapped, bestWrapped / bestBare);
-    }
+    const Pair reading = byTurns(
+        rounds * static_cast<int>(slicesOfReads),
+        [&] { sliceOf(length, [&](auto& path) { return xml.ReadNode(path).size(); }); },
+        [&] { sliceOf(bareLength, [&](auto& path) { return bare.read(path); }); });
+    check(length == bareLength && length > 0, "same texts");
+    const Pair saves = byTurns(
+        rounds, [&] { xml.Save(wrapperOut); }, [&] { bare.save(bareOut); });
+
+    const auto row = [&](const char* what, Pair measured) {
+        const std::string name = std::string("XML, ") + std::to_string(megabytes) + " MB: " + what;
+        printRow(name.c_str(), "bare MSXML 6", "ms", perCall(measured, 1000), "<= 1.05");
+    };
+    const Pair allReads{reading.own * slicesOfReads, reading.yardstick * slicesOfReads};
+    row("load", loads);
+    row("10,000 reads by path", allReads);
+    row("save", saves);
+    row("all three",
+        {loads.own + allReads.own + saves.own, loads.yardstick + allReads.yardstick + saves.yardstick});
     for (const std::wstring& file : {sample, bareOut, wrapperOut})
         DeleteFileW(file.c_str());
 }
@@ -209,7 +147,7 @@ void run(std::size_t megabytes, int rounds) {
 
 int main(int count, char** arguments) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    run(count > 1 ? std::strtoul(arguments[1], nullptr, 10) : 50, count > 2 ? std::atoi(arguments[2]) : 7);
+    run(count > 1 ? std::strtoul(arguments[1], nullptr, 10) : 50, count > 2 ? std::atoi(arguments[2]) : 5);
     CoUninitialize();
     return 0;
 }

@@ -7,6 +7,7 @@
 #include "runtime/modProgDebug.h"
 
 #include <algorithm>
+#include <deque>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -74,7 +75,7 @@ private:
         std::wstring shown(name);
         for (std::int32_t i = 0; i < marks; ++i)
             appendMark(shown);
-        while (!keys_.insert(L"K" + shown).second) {
+        while (keys_.contains(L"K" + shown)) {
             if (!count(1))
                 return false;
             appendMark(shown);
@@ -83,18 +84,26 @@ private:
         ++marks;
 
         IniGroupNode group{L"K" + shown, std::wstring(label) + L"  [" + shown + L"]", {}};
+        keys_.insert(groupKeys_.emplace_back(group.key));
         addEntries(group, shown, file);
         tree_.groups.push_back(std::move(group));
         return true;
     }
 
     void addEntries(IniGroupNode& group, std::wstring_view name, const std::wstring& file) {
-        const std::wstring lines = rt_.platform.profiles.getSection(name, bufferSize, file);
-        for (const std::wstring_view line : elements(lines)) {
-            std::wstring key = (group.key + L"|").append(line.substr(0, line.find(L'=')));
+        const std::wstring section = rt_.platform.profiles.getSection(name, bufferSize, file);
+        const auto lines = elements(section);
+        // The set of keys refers to those in the nodes, which therefore must not move.
+        group.entries.reserve(lines.size());
+        for (const std::wstring_view line : lines) {
+            const std::wstring_view entry = line.substr(0, line.find(L'='));
+            std::wstring key;
+            key.reserve(group.key.size() + 1 + entry.size());
+            key.append(group.key).append(L"|").append(entry);
+            group.entries.push_back({std::move(key), std::wstring(line)});
             // The first entry of a name stays; a later one is not shown.
-            if (keys_.insert(key).second)
-                group.entries.push_back({std::move(key), std::wstring(line)});
+            if (!keys_.insert(group.entries.back().key).second)
+                group.entries.pop_back();
         }
     }
 
@@ -113,7 +122,9 @@ private:
     Runtime& rt_;
     IniTree tree_;
     std::wstring markEnd_;
-    std::unordered_set<std::wstring> keys_;
+    /// All keys in use, in the nodes and here: the nodes of the groups still move.
+    std::unordered_set<std::wstring_view> keys_;
+    std::deque<std::wstring> groupKeys_;
     /// For each group name met so far: how many marks its next occurrence needs at least.
     std::unordered_map<std::wstring, std::int32_t> marks_;
 };

@@ -52,7 +52,6 @@ void IniTreeView::onNotify(const NMHDR& header) {
 }
 
 void IniTreeView::insertEntries(HTREEITEM groupItem, const IniGroupNode& group) {
-    const ui::RedrawLock lock(control_);
     for (const IniEntryNode& entry : group.entries) {
         insert(control_, groupItem, entry, NodePicture::DOCUMENT, false);
     }
