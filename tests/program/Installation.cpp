@@ -28,6 +28,8 @@ std::wstring Installation::testFolder() {
 
 Installation::Installation()
     : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored); // of a test that was ended
     for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
         fs::create_directories(path(folder));
     fs::copy_file(fs::path(testFolder()).parent_path() / programFile, path(programFile));
