@@ -22,6 +22,11 @@ function(tarv_delay_imports target library)
     )
     add_custom_target(${target}_delayed_${library} DEPENDS ${base}.a)
     add_dependencies(${target} ${target}_delayed_${library})
+    # Every stub is kept: callers know only the table of addresses, and in a 32-bit program that table alone would
+    # not keep the stubs that it starts with.
+    list(TRANSFORM functions REPLACE "^.*@" "_\\0" REGEX "@")
+    list(TRANSFORM functions PREPEND "LINKER:--undefined=")
+    target_link_options(${target} PRIVATE ${functions})
     # Whole and in front: what it defines is not looked for in the ordinary import library any more.
     target_link_options(${target} PRIVATE -Wl,--whole-archive,${base}.a,--no-whole-archive)
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${base}.a)
