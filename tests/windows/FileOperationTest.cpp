@@ -1,6 +1,5 @@
 #include "runtime/Funktionen32/FileOperation.h"
 
-#include "platform/CodePage.h"
 #include "platform/FileStore.h"
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
@@ -27,18 +26,17 @@ protected:
             put(L"in\\" + name);
     }
     void put(const std::wstring& name) {
-        world->putFile(path(name), border.codePage.toAnsi(name.substr(name.rfind(L'\\') + 1)));
+        const std::wstring own = name.substr(name.rfind(L'\\') + 1);
+        world->putFile(path(name), {reinterpret_cast<const char*>(own.data()), own.size() * sizeof(wchar_t)});
     }
-    /// "name" or, under another name, "name=first name" of the files of a folder, deep.
+    /// The files of a folder, deep: "name", or "name=first name" where it is another one.
     Tree tree(const std::wstring& folder) {
         Tree found;
         for (const auto& entry : fs::recursive_directory_iterator(path(folder)))
-            if (entry.is_regular_file()) {
-                const std::wstring first = border.codePage.fromAnsi(*world->bytes(entry.path().wstring()));
+            if (const auto bytes = world->bytes(entry.path().wstring()); entry.is_regular_file()) {
+                const std::wstring first(reinterpret_cast<const wchar_t*>(bytes->data()), bytes->size() / 2);
                 const std::wstring name = fs::relative(entry.path(), path(folder)).wstring();
-                const bool same = border.codePage.toAnsi(entry.path().filename().wstring()) ==
-                                  border.codePage.toAnsi(first);
-                found.insert(same ? name : name + L"=" + first);
+                found.insert(entry.path().filename() == first ? name : name + L"=" + first);
             }
         return found;
     }
@@ -77,7 +75,7 @@ TEST_F(RealFileOperation, ArriveAsThemselvesAndNothingElseIsTouched) {
         Tree there;
     } steps[] = {
         {copy, L"in\\ж.txt", L"out", L"out", {L"ж.txt"}},
-        {rename, L"out\\ж.txt", L"out\\щ.txt", L"out", {L"щ.txt"}},
+        {rename, L"out\\ж.txt", L"out\\щ.txt", L"out", {L"щ.txt=ж.txt"}},
         {remove, L"in\\ж.txt", L"", L"in", withoutRussian},
         {move, L"out\\щ.txt", L"in\\ж.txt", L"in", original},
         {copy, L"in\\*.txt", L"out\\1", L"out\\1", {L"ж.txt", L"a.txt", L"b.txt"}},

@@ -1,7 +1,6 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 
-#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,7 +15,7 @@ namespace fs = std::filesystem;
 class WindowsWorld : public ContractWorld {
 public:
     WindowsWorld() {
-        static std::atomic<int> worlds = 0;
+        static int worlds = 0;
         folder_ = fs::temp_directory_path() /
                   (L"tarv" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++worlds));
         fs::create_directories(folder_);
@@ -38,9 +37,7 @@ public:
     }
     std::optional<std::string> bytes(const std::wstring& path) override {
         std::ifstream file(fs::path(path), std::ios::binary);
-        if (!file)
-            return std::nullopt;
-        return std::string(std::istreambuf_iterator(file), {});
+        return file ? std::optional(std::string(std::istreambuf_iterator(file), {})) : std::nullopt;
     }
     void setVariable(const std::wstring& name, const std::wstring& text) override {
         SetEnvironmentVariableW(name.c_str(), text.c_str());
