@@ -63,7 +63,7 @@ void Window::create(WindowDescription description) {
         std::erase(uiThread().windows, this);
         throw std::bad_alloc();
     }
-    description.menu.release(); // the window destroys its menu
+    static_cast<void>(description.menu.release()); // the window destroys its menu
     dpi_ = dpiOf(handle_);
     renewFont();
     loadIcons();
