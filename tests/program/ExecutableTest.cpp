@@ -174,8 +174,8 @@ private:
     static constexpr wchar_t key[] = L"Software\\Wine\\DllOverrides";
 };
 
-/// Under names of everything that the program has loaded by the time the info centre shows its report, and of
-/// what Windows is known to load late, libraries lie in the program folder and in the current one.
+/// Under names of everything that the program has loaded by the time both of its further windows were open,
+/// and of what Windows is known to load late, libraries lie in the program folder and in the current one.
 ///
 /// In the program folder some are left out. Static imports with all that they import are there before the
 /// program's first line; Windows knows them by name (see above) and takes them from its own folder, Wine does
@@ -188,9 +188,13 @@ TEST(PlantedLibraries, AreNotLoaded) {
     const std::wstring current = installation.path(L"Programm\\Aktuell");
     fs::create_directory(current);
 
-    const auto showInfoCentre = [&] {
+    const auto useProgram = [&] {
         const auto program = installation.start();
         const HWND mainWindow = program->window(L"frmMain");
+        program->command(mainWindow, ID_mnuSupportIPAdresse);
+        const HWND address = program->window(L"frmLokaleIP");
+        program->command(address, ID_cmdClose);
+        EXPECT_TRUE(program->gone(address));
         program->command(mainWindow, ID_mnuInfo);
         const HWND window = program->window(L"frmInfo4Prg");
         EXPECT_NE(ProgramDriver::text(GetDlgItem(window, ID_txtInfo)), L"");
@@ -205,9 +209,10 @@ TEST(PlantedLibraries, AreNotLoaded) {
         L"textshaping.dll", L"userenv.dll",  L"uxtheme.dll",       L"version.dll",  L"wbemcomn.dll",
         L"wbemdisp.dll",    L"wbemprox.dll", L"windowscodecs.dll", L"winmm.dll",    L"wldp.dll",
         L"wtsapi32.dll"};
-    names.merge(showInfoCentre());
+    names.merge(useProgram());
     names.erase(L"tarvservice.exe");
-    std::set<std::wstring> early = {L"ntdll.dll", L"winex11.drv", L"uxtheme.dll", L"msimg32.dll"};
+    std::set<std::wstring> early = {L"ntdll.dll", L"imm32.dll", L"winex11.drv", L"uxtheme.dll",
+                                    L"msimg32.dll"};
     addStaticImports(builtFile(L"TarvService.exe"), early);
 
     std::set<std::wstring> late;
@@ -224,7 +229,7 @@ TEST(PlantedLibraries, AreNotLoaded) {
     }
     const PreferFilesOverWinesOwn preference(late);
     SetCurrentDirectoryW(current.c_str());
-    showInfoCentre();
+    useProgram();
     SetCurrentDirectoryW(Installation::testFolder().c_str());
     EXPECT_GT(late.size(), 30u) << "too few names to prove anything";
     for (const std::wstring& file : files) {
