@@ -12,9 +12,9 @@
 
 namespace tarv {
 
-/// What the contract tests need besides the border itself: a world that a test may change. One test program
-/// makes it of the fakes, the other of the running Windows, so that a fake cannot drift from what it stands
-/// for.
+/// What the contract tests need besides the border itself: a world that a test
+/// may change. One test program makes it of the fakes, the other of the running
+/// Windows, so that a fake cannot drift from what it stands for.
 class ContractWorld {
 public:
     static std::unique_ptr<ContractWorld> make();
@@ -39,12 +39,14 @@ public:
     virtual std::wstring missingProgram() = 0;
 };
 
-class Contract : public testing::Test {
-protected:
+/// A world of its own.
+struct ContractCase {
     std::wstring path(std::wstring_view name) const { return world->folder() + std::wstring(name); }
 
     std::unique_ptr<ContractWorld> world = ContractWorld::make();
     Platform& border = world->border();
 };
+
+struct Contract : testing::Test, ContractCase {};
 
 } // namespace tarv

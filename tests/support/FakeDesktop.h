@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace tarv {
 
@@ -18,57 +20,39 @@ struct ShownMessageBox {
 
 /// Records what the user would see and answers for him. The callbacks let the world change in the middle of a
 /// waiting loop.
-class FakeDesktop : public Desktop, Planned {
-public:
+struct FakeDesktop : Desktop, Planned {
     using Planned::Planned;
 
     std::int32_t messageBox(std::wstring_view text, std::wstring_view title, std::uint32_t style) override {
         if (faults_.enter("Desktop.messageBox"))
             return 0;
         boxes.push_back({std::wstring(text), std::wstring(title), style});
-        const std::uint32_t buttons = style & 15;
-        return nextOf(answers, buttons == message_box::ok      ? message_box::answerOk
-                               : buttons == message_box::yesNo ? message_box::answerYes
-                                                               : message_box::answerCancel);
+        return nextOf(answers, message_box::answerOk);
     }
-
     void pumpMessages() override {
-        faults_.enter("Desktop.pumpMessages");
+        faults_.step();
         ++pumps;
         if (onPump)
             onPump();
     }
-
-    bool quitPending() override { return !faults_.enter("Desktop.quitPending") && quit; }
-
+    /// Its failure: the program is asked to quit.
+    bool quitPending() override { return quit = quit || faults_.enter("Desktop.quitPending"); }
     void sleep(std::uint32_t milliseconds) override {
-        faults_.enter("Desktop.sleep");
+        faults_.step();
         sleeps.push_back(milliseconds);
         if (onSleep)
-            onSleep(milliseconds);
+            onSleep();
     }
-
     WindowHandle activeWindow() override { return faults_.value("Desktop.activeWindow", active); }
-
     WindowHandle activeForm() override { return faults_.value("Desktop.activeForm", form); }
-
     bool isWindow(WindowHandle window) override {
-        const bool living = window == active || window == form || windows.contains(window);
-        return faults_.value("Desktop.isWindow", living && window != WindowHandle::none);
+        return faults_.value("Desktop.isWindow", windows.contains(window));
     }
-
-    void setFocus(WindowHandle window) override {
-        if (!faults_.enter("Desktop.setFocus"))
-            focused.push_back(window);
-    }
-
-    void redraw(WindowHandle window) override {
-        if (!faults_.enter("Desktop.redraw"))
-            redrawn.push_back(window);
-    }
+    void setFocus(WindowHandle window) override { focused.push_back(window); }
+    void redraw(WindowHandle window) override { redrawn.push_back(window); }
 
     std::vector<ShownMessageBox> boxes;
-    /// Used up in order; without one the user answers OK, Yes or Cancel, whichever the box offers.
+    /// Used up in order; then the user answers OK.
     std::deque<std::int32_t> answers;
 
     int pumps = 0;
@@ -79,11 +63,11 @@ public:
 
     WindowHandle active = WindowHandle::none;
     WindowHandle form = WindowHandle::none;
-    /// Living windows besides `active` and `form`.
+    /// The living ones.
     std::set<WindowHandle> windows;
 
     std::function<void()> onPump;
-    std::function<void(std::uint32_t)> onSleep;
+    std::function<void()> onSleep;
 };
 
 } // namespace tarv

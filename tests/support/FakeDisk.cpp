@@ -1,13 +1,7 @@
 #include "tests/support/FakeDisk.h"
 
-#include "runtime/Funktionen32/Texts.h"
-
-#include <stdexcept>
-
 namespace tarv {
 namespace {
-
-constexpr SystemCode invalidName = 123;
 
 bool matches(std::wstring_view name, std::wstring_view pattern) {
     if (pattern.empty())
@@ -21,28 +15,24 @@ bool matches(std::wstring_view name, std::wstring_view pattern) {
     return (pattern.front() == L'?' || name.front() == pattern.front()) && matches(name.substr(1), rest);
 }
 
-class FakeSearch : public DirectorySearch {
+class FakeSearch : public DirectorySearch, Planned {
 public:
-    FakeSearch(FaultPlan& faults, int& open, std::vector<DirectoryEntry> found, SystemCode failure)
-        : faults_(faults), open_(open), found_(std::move(found)), failure_(failure) {
-        ++open_;
-    }
+    FakeSearch(FaultPlan& faults, int& open) : Planned(faults), open_(open) { ++open_; }
     ~FakeSearch() override { --open_; }
 
     Answer<DirectoryEntry> next() override {
-        return faults_.answer("DirectorySearch.next", [this]() -> Answer<DirectoryEntry> {
-            if (failure_ != 0 || position_ == found_.size())
-                return Failure{failure_ != 0 ? failure_ : system_code::noMoreFiles};
-            return found_[position_++];
-        });
+        if (const auto code = faults_.enter("DirectorySearch.next"))
+            return Failure{*code};
+        if (found.empty())
+            return Failure{end};
+        return nextOf(found, {});
     }
 
+    std::deque<DirectoryEntry> found;
+    SystemCode end = system_code::noMoreFiles;
+
 private:
-    FaultPlan& faults_;
     int& open_;
-    std::vector<DirectoryEntry> found_;
-    SystemCode failure_;
-    std::size_t position_ = 0;
 };
 
 } // namespace
@@ -53,188 +43,99 @@ FakeDisk::FakeDisk() {
     addFile(L"C:\\Program Files\\TARVENIK\\TarvService.exe", "MZ");
 }
 
-FakeEntry& FakeDisk::addFile(std::wstring_view path, std::string bytes, std::uint32_t attributes,
-                             std::wstring shortName) {
-    FakeEntry& entry = addFolder(path, 0, std::move(shortName));
-    entry.attributes = attributes;
-    entry.bytes = std::move(bytes);
+FakeEntry& FakeDisk::addFile(std::wstring_view path, std::string bytes, std::uint32_t attributes) {
+    FakeEntry& entry = addFolder(path, 0);
+    entry = {entry.name, attributes, std::move(bytes)};
     return entry;
 }
 
-FakeEntry& FakeDisk::addFolder(std::wstring_view path, std::uint32_t attributes, std::wstring shortName) {
-    std::wstring key, parent;
-    for (const std::wstring& part : parts(path)) {
-        parent = key;
-        key = step(key, part);
-        if (entries_[key].name.empty())
-            entries_[key].name = part;
-    }
-    FakeEntry& entry = entries_[key];
+FakeEntry& FakeDisk::addFolder(std::wstring_view path, std::uint32_t attributes) {
+    for (auto end = path.find(L'\\'); end < path.size() - 1; end = path.find(L'\\', end + 1))
+        entries.try_emplace(
+            key(path.substr(0, end)),
+            FakeEntry{std::wstring(fileNamePart(path.substr(0, end))), attribute::directory, {}});
+    FakeEntry& entry = entries[key(path)];
+    entry.name = fileNamePart(path.substr(0, path.find_last_not_of(L'\\') + 1));
     entry.attributes = attributes | attribute::directory;
-    if (!shortName.empty())
-        shortNames_[parent + upperCase(shortName) + L"\\"] = key;
-    entry.shortName = std::move(shortName);
     return entry;
-}
-
-void FakeDisk::remove(std::wstring_view path) {
-    std::erase_if(entries_, [gone = keyOf(path)](const auto& each) { return each.first.starts_with(gone); });
 }
 
 FakeEntry* FakeDisk::find(std::wstring_view path) {
-    const auto found = entries_.find(keyOf(path));
-    const bool missing =
-        path.empty() || found == entries_.end() || (path.ends_with(L'\\') && !found->second.isFolder());
-    return missing ? nullptr : &found->second;
+    const auto found = entries.find(key(path));
+    const bool asFolder = path.ends_with(L'\\');
+    return path.empty() || found == entries.end() || (asFolder && !found->second.isFolder()) ? nullptr
+                                                                                             : &found->second;
 }
 
-const std::string& FakeDisk::bytes(std::wstring_view path) {
-    const FakeEntry* entry = find(path);
-    if (entry == nullptr || entry->isFolder())
-        throw std::out_of_range("no such file on the scripted disk");
-    return entry->bytes;
+SystemCode FakeDisk::missing(std::wstring_view path) {
+    const std::wstring wanted = key(path);
+    const FakeEntry* parent = find(wanted.substr(0, wanted.rfind(L'\\', wanted.size() - 2) + 1));
+    return exists(path) ? 0 : !path.empty() && parent ? system_code::fileNotFound : system_code::pathNotFound;
 }
 
-bool FakeDisk::hasParent(std::wstring_view path) {
-    const std::wstring key = keyOf(path);
-    const auto parent = entries_.find(key.substr(0, key.rfind(L'\\', key.size() - 2) + 1));
-    return !path.empty() && parent != entries_.end() && parent->second.isFolder();
+SystemCode FakeDisk::refusal(std::wstring_view path) {
+    constexpr auto fixed = attribute::readOnly | attribute::directory;
+    if (const FakeEntry* entry = find(path))
+        return (entry->attributes & fixed) != 0 ? system_code::accessDenied : 0;
+    return missing(path) == system_code::fileNotFound ? 0 : missing(path);
 }
 
-std::vector<FakeEntry> FakeDisk::children(std::wstring_view folder) {
-    const std::wstring above = keyOf(folder);
-    std::vector<FakeEntry> found;
-    for (const auto& [key, entry] : entries_)
-        if (key.starts_with(above) && key.find(L'\\', above.size()) == key.size() - 1)
-            found.push_back(entry);
-    return found;
-}
-
-std::vector<std::wstring> FakeDisk::parts(std::wstring_view path) const {
-    std::wstring full(path);
-    std::ranges::replace(full, L'/', L'\\');
-    if (full.find(L':') != 1)
-        full.insert(0, full.starts_with(L'\\') ? currentDirectory.substr(0, 2) : currentDirectory + L"\\");
-    std::vector<std::wstring> parts;
-    for (std::size_t start = 0; start < full.size();) {
-        const std::size_t end = std::min(full.find(L'\\', start), full.size());
-        std::wstring part = full.substr(start, end - start);
-        start = end + 1;
-        if (part == L".." && parts.size() > 1)
-            parts.pop_back();
-        // Windows drops dots and blanks at the end of a name.
-        part.erase(part.find_last_not_of(L" .") + 1);
-        if (!part.empty())
-            parts.push_back(std::move(part));
-    }
-    return parts;
-}
-
-std::wstring FakeDisk::step(const std::wstring& key, std::wstring_view part) const {
-    std::wstring below = key + upperCase(part) + L"\\";
-    const auto longName = shortNames_.find(below);
-    return longName != shortNames_.end() ? longName->second : below;
-}
-
-std::wstring FakeDisk::keyOf(std::wstring_view path) const {
+std::wstring FakeDisk::key(std::wstring_view path) const {
+    std::wstring rest(path);
+    if (rest.find(L':') != 1)
+        rest.insert(0, rest.starts_with(L'\\') ? currentDirectory.substr(0, 2) : currentDirectory + L"\\");
     std::wstring key;
-    for (const std::wstring& part : parts(path))
-        key = step(key, part);
+    for (rest += L'\\'; !rest.empty(); rest.erase(0, rest.find(L'\\') + 1)) {
+        const std::wstring part = upperCase(rest.substr(0, rest.find(L'\\')));
+        const auto longName = shortNames.find(part);
+        if (!part.empty())
+            key += upperCase(longName != shortNames.end() ? longName->second : part) + L'\\';
+    }
     return key;
 }
 
-Answer<FakeEntry*> FakeFileStore::existing(std::wstring_view path) {
-    if (path.find_first_of(L"*?<>|\"") != path.npos)
-        return Failure{invalidName};
-    if (FakeEntry* entry = disk_.find(path))
-        return entry;
-    return Failure{disk_.hasParent(path) ? system_code::fileNotFound : system_code::pathNotFound};
-}
-
-Answer<std::int64_t> FakeFileStore::length(std::wstring_view path) {
-    return faults_.answer("FileStore.length", [&]() -> Answer<std::int64_t> {
-        const auto entry = existing(path);
-        if (!entry)
-            return Failure{entry.error()};
-        return static_cast<std::int64_t>((*entry)->bytes.size());
-    });
-}
-
-Answer<std::uint32_t> FakeFileStore::attributes(std::wstring_view path) {
-    return faults_.answer("FileStore.attributes", [&]() -> Answer<std::uint32_t> {
-        const auto entry = existing(path);
-        if (!entry)
-            return Failure{entry.error()};
-        // The system never answers 0: a file without any bit is "normal".
-        return (*entry)->attributes != 0 ? (*entry)->attributes : attribute::normal;
-    });
-}
-
 std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern) {
-    SystemCode failure = faults_.enter("FileStore.search").value_or(0);
-    const std::size_t cut = pattern.find_last_of(L"\\/:") + 1;
-    const std::wstring_view path = cut == 0 ? L"." : pattern.substr(0, cut);
-    const std::wstring wanted = upperCase(pattern.substr(cut));
-    std::vector<DirectoryEntry> found;
-    if (failure == 0 && !disk_.exists(path))
-        failure = system_code::pathNotFound;
-    if (failure == 0 && !wanted.empty()) {
-        for (const wchar_t* dots : {L".", L".."})
-            if (matches(dots, wanted))
-                found.push_back({dots, attribute::directory});
-        for (const FakeEntry& entry : disk_.children(path))
-            if (matches(upperCase(entry.name), wanted) || matches(upperCase(entry.shortName), wanted))
-                found.push_back({entry.name, entry.attributes});
+    auto search = std::make_unique<FakeSearch>(faults_, openSearches);
+    const auto failure = faults_.enter("FileStore.search");
+    const std::wstring above = disk_.key(pattern.substr(0, pattern.rfind(L'\\') + 1));
+    std::wstring wanted = disk_.key(pattern).substr(above.size());
+    wanted.resize(std::max<std::size_t>(wanted.size(), 1) - 1);
+    if (failure || !disk_.exists(above)) {
+        search->end = failure.value_or(system_code::pathNotFound);
+        return search;
     }
-    if (failure == 0 && found.empty())
-        failure = system_code::fileNotFound;
-    return std::make_unique<FakeSearch>(faults_, openSearches, std::move(found), failure);
+    for (const wchar_t* dots : {L".", L".."})
+        if (matches(dots, wanted))
+            search->found.push_back({dots, attribute::directory});
+    for (const auto& [key, entry] : disk_.entries)
+        if (key.starts_with(above) && key.find(L'\\', above.size()) == key.size() - 1 &&
+            matches(upperCase(entry.name), wanted))
+            search->found.push_back({entry.name, entry.attributes});
+    if (search->found.empty())
+        search->end = system_code::fileNotFound;
+    return search;
 }
 
-SystemCode FakeFileStore::refusal(std::wstring_view path) {
-    const auto entry = existing(path);
-    if (entry)
-        return (*entry)->isFolder() || ((*entry)->attributes & attribute::readOnly) != 0
-                   ? system_code::accessDenied
-                   : 0;
-    return entry.error() == system_code::fileNotFound ? 0 : entry.error();
-}
-
-SystemCode FakeFileStore::write(std::wstring_view path, std::string bytes) {
-    const SystemCode code = refusal(path);
+SystemCode FakeFileStore::write(const char* function, std::wstring_view path, std::string bytes) {
+    const SystemCode code = faults_.enter(function).value_or(disk_.refusal(path));
     if (code == 0)
-        (disk_.exists(path) ? *disk_.find(path) : disk_.addFile(path)).bytes = std::move(bytes);
+        disk_.addFile(path, std::move(bytes));
     return code;
 }
 
-SystemCode FakeFileStore::append(std::wstring_view path, std::string_view bytes) {
-    const auto code = faults_.enter("FileStore.append");
-    const FakeEntry* present = disk_.find(path);
-    return code ? *code : write(path, (present ? present->bytes : "") + std::string(bytes));
-}
-
-SystemCode FakeFileStore::overwrite(std::wstring_view path, std::string_view bytes) {
-    const auto code = faults_.enter("FileStore.overwrite");
-    return code ? *code : write(path, std::string(bytes));
-}
-
 SystemCode FakeFileStore::remove(std::wstring_view path) {
-    if (const auto code = faults_.enter("FileStore.remove"))
-        return *code;
-    const auto entry = existing(path);
-    const SystemCode code = entry ? refusal(path) : entry.error();
-    if (code == 0)
+    SystemCode code = failure("FileStore.remove", path);
+    if (code == 0 && (code = disk_.refusal(path)) == 0)
         disk_.remove(path);
     return code;
 }
 
 SystemCode FakeFileStore::replace(std::wstring_view path, std::wstring_view by) {
-    if (const auto code = faults_.enter("FileStore.replace"))
-        return *code;
-    const auto source = existing(by);
-    const SystemCode code = source ? write(path, std::string((*source)->bytes)) : source.error();
-    if (code == 0)
+    SystemCode code = failure("FileStore.replace", by);
+    if (code == 0 && (code = disk_.refusal(path)) == 0) {
+        disk_.addFile(path, disk_.bytes(by));
         disk_.remove(by);
+    }
     return code;
 }
 

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "platform/FileStore.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "tests/support/FaultPlan.h"
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace tarv {
 
 /// A file or folder of the scripted disk.
 struct FakeEntry {
     std::wstring name;
-    std::wstring shortName;
     std::uint32_t attributes = attribute::directory;
     std::string bytes;
 
@@ -28,44 +29,56 @@ public:
     /// Both make the missing folders on the way. An existing entry gets the new attributes, a file the new
     /// bytes.
     FakeEntry& addFile(std::wstring_view path, std::string bytes = {},
-                       std::uint32_t attributes = attribute::archive, std::wstring shortName = {});
-    FakeEntry& addFolder(std::wstring_view path, std::uint32_t attributes = attribute::directory,
-                         std::wstring shortName = {});
+                       std::uint32_t attributes = attribute::archive);
+    FakeEntry& addFolder(std::wstring_view path, std::uint32_t attributes = attribute::directory);
     /// A folder goes with all that it holds.
-    void remove(std::wstring_view path);
+    void remove(std::wstring_view path) {
+        std::erase_if(entries, [gone = key(path)](const auto& each) { return each.first.starts_with(gone); });
+    }
 
-    /// By long or short names, without regard to case; null when missing.
+    /// Without regard to case; null when missing.
     FakeEntry* find(std::wstring_view path);
     bool exists(std::wstring_view path) { return find(path) != nullptr; }
-    /// The bytes of a file; throws when there is none, so that a wrong path shows in the test.
-    const std::string& bytes(std::wstring_view path);
-    /// Whether the path's last component stands or would stand in a folder.
-    bool hasParent(std::wstring_view path);
-    /// In the order in which Windows delivers them.
-    std::vector<FakeEntry> children(std::wstring_view folder);
+    /// The bytes of a file; a text that is no file's where there is none.
+    std::string bytes(std::wstring_view path) { return exists(path) ? find(path)->bytes : "(no file)"; }
+    /// 0 where the path is or could become a file that may be changed.
+    SystemCode refusal(std::wstring_view path);
+    /// Why there is no such file.
+    SystemCode missing(std::wstring_view path);
+
+    /// The absolute path in capital letters and long names, ended by "\".
+    std::wstring key(std::wstring_view path) const;
 
     std::wstring currentDirectory = L"C:\\Program Files\\TARVENIK";
-
-private:
-    std::vector<std::wstring> parts(std::wstring_view path) const;
-    std::wstring step(const std::wstring& key, std::wstring_view part) const;
-    std::wstring keyOf(std::wstring_view path) const;
-
-    /// By upper-cased absolute path of long names, and such paths with a short name at the end to their keys.
-    std::map<std::wstring, FakeEntry> entries_;
-    std::map<std::wstring, std::wstring> shortNames_;
+    /// Short names in capital letters, with their long ones.
+    std::map<std::wstring, std::wstring> shortNames;
+    /// By key.
+    std::map<std::wstring, FakeEntry> entries;
 };
 
 /// The file store over the scripted disk. A search is a snapshot taken when it begins.
-class FakeFileStore : public FileStore {
+class FakeFileStore : public FileStore, Planned {
 public:
-    FakeFileStore(FaultPlan& faults, FakeDisk& disk) : faults_(faults), disk_(disk) {}
+    FakeFileStore(FaultPlan& faults, FakeDisk& disk) : Planned(faults), disk_(disk) {}
 
-    Answer<std::int64_t> length(std::wstring_view path) override;
-    Answer<std::uint32_t> attributes(std::wstring_view path) override;
+    Answer<std::int64_t> length(std::wstring_view path) override {
+        if (const auto code = failure("FileStore.length", path))
+            return Failure{code};
+        return static_cast<std::int64_t>(disk_.find(path)->bytes.size());
+    }
+    Answer<std::uint32_t> attributes(std::wstring_view path) override {
+        if (const auto code = failure("FileStore.attributes", path))
+            return Failure{code};
+        return disk_.find(path)->attributes;
+    }
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override;
-    SystemCode append(std::wstring_view path, std::string_view bytes) override;
-    SystemCode overwrite(std::wstring_view path, std::string_view bytes) override;
+    SystemCode append(std::wstring_view path, std::string_view bytes) override {
+        const FakeEntry* present = disk_.find(path);
+        return write("FileStore.append", path, (present ? present->bytes : "") + std::string(bytes));
+    }
+    SystemCode overwrite(std::wstring_view path, std::string_view bytes) override {
+        return write("FileStore.overwrite", path, std::string(bytes));
+    }
     SystemCode remove(std::wstring_view path) override;
     SystemCode replace(std::wstring_view path, std::wstring_view by) override;
     std::wstring currentDirectory() override {
@@ -76,12 +89,11 @@ public:
     int openSearches = 0;
 
 private:
-    Answer<FakeEntry*> existing(std::wstring_view path);
-    /// 0 where the path is or could become a file that may be changed.
-    SystemCode refusal(std::wstring_view path);
-    SystemCode write(std::wstring_view path, std::string bytes);
+    SystemCode failure(const char* function, std::wstring_view path) {
+        return faults_.enter(function).value_or(disk_.missing(path));
+    }
+    SystemCode write(const char* function, std::wstring_view path, std::string bytes);
 
-    FaultPlan& faults_;
     FakeDisk& disk_;
 };
 

@@ -40,10 +40,13 @@ struct FakePlatform {
     FakePlatform& operator=(const FakePlatform&) = delete;
 };
 
-/// A test over the scripted border.
-struct Scripted : testing::Test {
+/// The scripted border and a process that runs over it.
+struct World {
     FakePlatform fake;
     Runtime rt{fake.border};
 };
+
+/// A test over the scripted border.
+struct Scripted : testing::Test, World {};
 
 } // namespace tarv

@@ -7,21 +7,13 @@
 
 #include <functional>
 #include <set>
+#include <vector>
 
 namespace tarv {
 
-struct ShellStart {
-    std::wstring file;
-    std::wstring arguments;
-    std::uint16_t showWindow = 0;
-
-    friend bool operator==(const ShellStart&, const ShellStart&) = default;
-};
-
 /// Records what would be started. Every start that is not planned to fail succeeds and opens two handles;
 /// closing a handle that is not open fails the running test.
-class FakeProcesses : public Processes, Planned {
-public:
+struct FakeProcesses : Processes, Planned {
     using Planned::Planned;
 
     Answer<ProcessInformation> create(const ProcessRequest& request) override {
@@ -33,48 +25,37 @@ public:
                                          lastNumber_ + 1000, lastNumber_ + 1004};
         open.insert({started.process, started.thread});
         if (onCreate)
-            onCreate(request);
+            onCreate();
         return started;
     }
-
+    /// `shellStarts` receives file and arguments.
     SystemCode startThroughShell(std::wstring_view file, std::wstring_view arguments,
-                                 std::uint16_t showWindow) override {
-        shellStarts.push_back({std::wstring(file), std::wstring(arguments), showWindow});
+                                 std::uint16_t) override {
+        shellStarts.push_back(std::wstring(file) + L" " + std::wstring(arguments));
         return faults_.enter("Processes.startThroughShell").value_or(0);
     }
-
     std::uint32_t waitForInputIdle(KernelHandle process, std::uint32_t) override {
-        return wait("Processes.waitForInputIdle", process, idleWaits);
+        const bool fails = faults_.enter("Processes.waitForInputIdle") || !open.contains(process);
+        return fails ? wait_result::failed : nextOf(idleWaits, wait_result::signaled);
     }
-
     std::uint32_t waitForObject(KernelHandle handle, std::uint32_t) override {
-        return wait("Processes.waitForObject", handle, waits);
+        const bool fails = faults_.enter("Processes.waitForObject") || !open.contains(handle);
+        return fails ? wait_result::failed : nextOf(waits, wait_result::signaled);
     }
-
     void close(KernelHandle handle) override {
-        faults_.enter("Processes.close");
-        if (handle != KernelHandle::none && open.erase(handle) == 0)
-            ADD_FAILURE() << "closed a handle that is not open: " << static_cast<std::uintptr_t>(handle);
+        EXPECT_EQ(open.erase(handle), 1u) << "closes a handle that is not open";
     }
 
     std::vector<ProcessRequest> created;
-    std::vector<ShellStart> shellStarts;
+    std::vector<std::wstring> shellStarts;
     /// Handles opened by create and not closed yet.
     std::set<KernelHandle> open;
-
-    /// Answers of waitForObject, used up in order; then the process has ended.
+    /// Answers of the waits, used up in order; then the process has ended, or is idle.
     std::deque<std::uint32_t> waits;
-    /// Answers of waitForInputIdle, used up in order; then the process is idle.
     std::deque<std::uint32_t> idleWaits;
-    std::function<void(const ProcessRequest&)> onCreate;
+    std::function<void()> onCreate;
 
 private:
-    std::uint32_t wait(std::string_view function, KernelHandle handle, std::deque<std::uint32_t>& scripted) {
-        if (faults_.enter(function) || !open.contains(handle))
-            return wait_result::failed;
-        return nextOf(scripted, wait_result::signaled);
-    }
-
     std::uint32_t lastNumber_ = 0x100;
 };
 

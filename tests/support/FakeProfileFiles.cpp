@@ -1,6 +1,5 @@
 #include "tests/support/FakeProfileFiles.h"
 
-#include "runtime/Funktionen32/Texts.h"
 #include "tests/support/FakeSystem.h"
 
 #include <algorithm>
@@ -8,13 +7,16 @@
 namespace tarv {
 namespace {
 
-/// One line of an INI file. A comment or an empty line is neither a group nor an entry.
+/// One line of an INI file: a group's header, an entry (without value where there is no "="), or neither.
 struct Line {
     std::wstring text;
-    std::optional<std::wstring> group;
     std::wstring name;
+    bool isGroup = false;
     std::optional<std::wstring> value;
+
+    bool isEntry() const { return value || (!isGroup && !name.empty()); }
 };
+using Lines = std::vector<Line>;
 
 /// The profile functions strip tabs as well as blanks.
 std::wstring stripped(std::wstring_view text) {
@@ -27,68 +29,62 @@ std::wstring ansi(std::wstring_view text) {
     return FakeCodePage::decode(FakeCodePage::encode(text));
 }
 
-/// A name as it is compared.
-std::wstring key(std::wstring_view name) {
-    return upperCase(stripped(ansi(name)));
-}
-
 Line parsed(std::wstring_view text) {
-    Line line{std::wstring(text), {}, {}, {}};
     const std::wstring content = stripped(text);
-    const std::size_t bracket = content.rfind(L']');
-    const std::size_t equals = content.find(L'=');
-    if (content.starts_with(L'[') && bracket != content.npos) {
-        line.group = stripped(content.substr(1, bracket - 1));
-    } else if (!content.starts_with(L';')) {
-        line.name = stripped(content.substr(0, equals));
-        if (equals != content.npos)
-            line.value = stripped(content.substr(equals + 1));
-    }
+    const auto bracket = content.rfind(L']'), equals = content.find(L'=');
+    if (content.starts_with(L'[') && bracket != content.npos)
+        return {std::wstring(text), stripped(content.substr(1, bracket - 1)), true, {}};
+    if (content.empty() || content.starts_with(L';'))
+        return {std::wstring(text), {}, false, {}};
+    Line line{std::wstring(text), stripped(content.substr(0, equals)), false, {}};
+    if (equals != content.npos)
+        line.value = stripped(content.substr(equals + 1));
     return line;
 }
 
-/// The lines of a file and, once asked for, one of its groups.
-struct Lines : std::vector<Line> {
-    explicit Lines(std::wstring_view text) {
-        while (!text.empty()) {
-            const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
-            push_back(parsed(text.substr(0, end)));
-            text.remove_prefix(std::min(end + (text.substr(end).starts_with(L"\r\n") ? 2 : 1), text.size()));
-        }
+Lines linesOf(std::wstring_view text) {
+    Lines lines;
+    while (!text.empty()) {
+        const auto end = std::min(text.find_first_of(L"\r\n"), text.size());
+        lines.push_back(parsed(text.substr(0, end)));
+        text.remove_prefix(std::min(end + (text.substr(end).starts_with(L"\r\n") ? 2 : 1), text.size()));
     }
-    /// Finds the lines of the first group of that name; an empty range at the end when it is missing.
-    bool findGroup(std::wstring_view name) {
-        const auto header = std::ranges::find_if(*this, [wanted = key(name)](auto& line) {
-            return line.group && upperCase(*line.group) == wanted;
-        });
-        first = header == end() ? header : header + 1;
-        last = std::find_if(first, end(), [](auto& line) { return line.group.has_value(); });
-        return header != end();
+    return lines;
+}
+
+/// The lines of the first group of that name, without its header; none at the end where it is missing.
+struct Group {
+    Group(Lines& lines, std::wstring_view name) {
+        const auto isWanted = [wanted = upperCase(stripped(ansi(name)))](const Line& line) {
+            return line.isGroup && upperCase(line.name) == wanted;
+        };
+        first = std::ranges::find_if(lines, isWanted);
+        missing = first == lines.end();
+        first += missing ? 0 : 1;
+        last = std::find_if(first, lines.end(), [](const Line& line) { return line.isGroup; });
     }
-    iterator findEntry(std::wstring_view name) {
-        return std::find_if(first, last, [wanted = key(name)](auto& line) {
+    Lines::iterator entry(std::wstring_view name) const {
+        return std::find_if(first, last, [wanted = upperCase(stripped(ansi(name)))](const Line& line) {
             return line.value && upperCase(line.name) == wanted;
         });
     }
 
-    iterator first, last;
+    Lines::iterator first, last;
+    bool missing;
 };
 
-std::wstring list(const std::vector<std::wstring>& items, std::uint32_t size) {
-    std::wstring result;
-    for (const std::wstring& item : items)
-        result += item + L'\0';
-    if (result.size() + 1 > size)
-        result.resize(size < 2 ? 0 : size - 2);
-    return result;
-}
-
-} // namespace
-
-std::wstring FakeProfileFiles::located(std::wstring_view file) {
+std::wstring located(std::wstring_view file) {
     const bool bare = file.find_first_of(L"\\/:") == file.npos;
     return (bare ? L"C:\\Windows\\" : L"") + std::wstring(file);
 }
+
+std::wstring cut(std::wstring list, std::uint32_t size) {
+    if (list.size() + 1 > size)
+        list.resize(size - 2);
+    return list;
+}
+
+} // namespace
 
 void FakeProfileFiles::fill(std::wstring_view file, std::wstring_view text) {
     disk_.addFile(located(file), FakeCodePage::encode(text));
@@ -103,64 +99,54 @@ std::wstring FakeProfileFiles::getString(std::wstring_view group, std::wstring_v
                                          std::wstring_view fallback, std::uint32_t size,
                                          std::wstring_view file) {
     std::wstring value = ansi(fallback.substr(0, fallback.find_last_not_of(L' ') + 1));
-    Lines lines(text(file));
-    if (!faults_.enter("ProfileFiles.getString") && lines.findGroup(group))
-        if (const auto line = lines.findEntry(entry); line != lines.last) {
-            value = *line->value;
-            if (value.size() > 1 && (value[0] == L'"' || value[0] == L'\'') && value.ends_with(value[0]))
-                value = value.substr(1, value.size() - 2);
-        }
-    return value.substr(0, std::max(size, 1u) - 1);
+    Lines lines = linesOf(text(file));
+    const Group within(lines, group);
+    const auto line = within.entry(entry);
+    if (!faults_.enter("ProfileFiles.getString") && line != within.last) {
+        value = *line->value;
+        if (value.size() > 1 && (value[0] == L'"' || value[0] == L'\'') && value.ends_with(value[0]))
+            value = value.substr(1, value.size() - 2);
+    }
+    return value.substr(0, size - 1);
 }
 
 bool FakeProfileFiles::writeString(std::wstring_view group, std::wstring_view entry, std::wstring_view value,
                                    std::wstring_view file) {
-    const std::wstring path = located(file);
-    const FakeEntry* present = disk_.find(path);
-    const std::uint32_t attributes = present != nullptr ? present->attributes : attribute::archive;
-    if (faults_.enter("ProfileFiles.writeString") || !disk_.hasParent(path) ||
-        (attributes & (attribute::readOnly | attribute::directory)) != 0)
+    if (faults_.enter("ProfileFiles.writeString") || disk_.refusal(located(file)) != 0)
         return false;
-
-    Lines lines(text(file));
-    if (!lines.findGroup(group)) {
+    Lines lines = linesOf(text(file));
+    if (Group(lines, group).missing)
         lines.push_back(parsed(L"[" + stripped(ansi(group)) + L"]"));
-        lines.first = lines.last = lines.end();
-    }
-    if (const auto line = lines.findEntry(entry); line != lines.last) {
+    const Group within(lines, group);
+    if (const auto line = within.entry(entry); line != within.last)
         line->text = line->name + L"=" + ansi(value);
-    } else {
-        // Behind the group's last line that is not empty.
-        auto place = lines.last;
-        while (place != lines.first && stripped((place - 1)->text).empty())
-            --place;
-        lines.insert(place, parsed(stripped(ansi(entry)) + L"=" + ansi(value)));
-    }
+    else
+        lines.insert(within.last, parsed(stripped(ansi(entry)) + L"=" + ansi(value)));
     std::wstring result;
     for (const Line& line : lines)
         result += line.text + L"\r\n";
-    disk_.addFile(path, FakeCodePage::encode(result), attributes);
+    fill(located(file), result);
     return true;
 }
 
 std::wstring FakeProfileFiles::getSectionNames(std::uint32_t size, std::wstring_view file) {
-    std::vector<std::wstring> names;
+    std::wstring names;
     if (!faults_.enter("ProfileFiles.getSectionNames"))
-        for (const Line& line : Lines(text(file)))
-            if (line.group)
-                names.push_back(*line.group);
-    return list(names, size);
+        for (const Line& line : linesOf(text(file)))
+            names += line.isGroup ? line.name + L'\0' : L"";
+    return cut(names, size);
 }
 
 std::wstring FakeProfileFiles::getSection(std::wstring_view group, std::uint32_t size,
                                           std::wstring_view file) {
-    std::vector<std::wstring> entries;
-    Lines lines(text(file));
-    if (!faults_.enter("ProfileFiles.getSection") && lines.findGroup(group))
-        for (auto line = lines.first; line != lines.last; ++line)
-            if (line->value || !line->name.empty())
-                entries.push_back(line->name + (line->value ? L"=" + *line->value : L""));
-    return list(entries, size);
+    std::wstring entries;
+    Lines lines = linesOf(text(file));
+    const Group within(lines, group);
+    if (!faults_.enter("ProfileFiles.getSection"))
+        for (auto line = within.first; line != within.last; ++line)
+            if (line->isEntry())
+                entries += line->name + (line->value ? L"=" + *line->value : L"") + L'\0';
+    return cut(entries, size);
 }
 
 } // namespace tarv

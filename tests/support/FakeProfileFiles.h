@@ -2,14 +2,13 @@
 
 #include "platform/ProfileFiles.h"
 #include "tests/support/FakeDisk.h"
-#include "tests/support/FaultPlan.h"
 
 namespace tarv {
 
 /// The private-profile functions over the scripted disk.
-class FakeProfileFiles : public ProfileFiles {
+class FakeProfileFiles : public ProfileFiles, Planned {
 public:
-    FakeProfileFiles(FaultPlan& faults, FakeDisk& disk) : faults_(faults), disk_(disk) {}
+    FakeProfileFiles(FaultPlan& faults, FakeDisk& disk) : Planned(faults), disk_(disk) {}
 
     std::wstring getString(std::wstring_view group, std::wstring_view entry, std::wstring_view fallback,
                            std::uint32_t size, std::wstring_view file) override;
@@ -24,9 +23,6 @@ public:
     std::wstring text(std::wstring_view file);
 
 private:
-    static std::wstring located(std::wstring_view file);
-
-    FaultPlan& faults_;
     FakeDisk& disk_;
 };
 

@@ -5,30 +5,42 @@
 #include "platform/MachineFacts.h"
 #include "platform/OwnProgram.h"
 #include "platform/RegionalSettings.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "tests/support/FaultPlan.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace tarv {
 
-class FakeEnvironment : public Environment, Planned {
-public:
+struct FakeEnvironment : Environment, Planned {
     using Planned::Planned;
 
     std::vector<std::wstring> entries() override { return faults_.value("Environment.entries", list); }
-    std::wstring value(std::wstring_view name) override;
+    std::wstring value(std::wstring_view name) override {
+        const auto entry = find(name);
+        return faults_.value("Environment.value", entry == list.end() ? L"" : entry->substr(name.size() + 1));
+    }
 
     /// Replaces the entry in its place or adds it at the end.
-    void set(std::wstring_view name, std::wstring_view text);
+    void set(std::wstring_view name, std::wstring_view text) {
+        const auto entry = find(name);
+        (entry == list.end() ? list.emplace_back() : *entry) = std::wstring(name) + L"=" + std::wstring(text);
+    }
 
     /// The entries as they stand, in order.
     std::vector<std::wstring> list{L"=C:=C:\\Program Files\\TARVENIK", L"ProgramData=C:\\ProgramData",
                                    L"TEMP=C:\\Temp", L"windir=C:\\Windows"};
 
 private:
-    std::vector<std::wstring>::iterator find(std::wstring_view name);
+    std::vector<std::wstring>::iterator find(std::wstring_view name) {
+        return std::ranges::find_if(list, [key = upperCase(name) + L"="](const auto& entry) {
+            return upperCase(entry).starts_with(key);
+        });
+    }
 };
 
-class FakeOwnProgram : public OwnProgram, Planned {
-public:
+struct FakeOwnProgram : OwnProgram, Planned {
     using Planned::Planned;
 
     std::wstring path() override { return faults_.value("OwnProgram.path", file); }
@@ -38,16 +50,19 @@ public:
     FileVersion number{1, 0, 0};
 };
 
-class FakeMachineFacts : public MachineFacts, Planned {
-public:
+struct FakeMachineFacts : MachineFacts, Planned {
     using Planned::Planned;
 
-    VersionInfo version() override;
+    VersionInfo version() override {
+        const bool fails = faults_.enter("MachineFacts.version").has_value();
+        VersionInfo info = fails ? VersionInfo{} : VersionInfo{major, minor, build, 2, servicePack + L'\0'};
+        info.servicePack.resize(128, L' ');
+        return info;
+    }
     Answer<std::wstring> computerName() override { return answer("MachineFacts.computerName", computer); }
     Answer<std::wstring> userName() override { return answer("MachineFacts.userName", user); }
     std::wstring windowsDirectory(std::uint32_t size) override {
-        return faults_.enter("MachineFacts.windowsDirectory") || windows.size() >= size ? std::wstring()
-                                                                                        : windows;
+        return faults_.value("MachineFacts.windowsDirectory", windows.size() < size ? windows : L"");
     }
     std::wstring systemDirectory() override { return faults_.value("MachineFacts.systemDirectory", system); }
     Answer<std::wstring> localAddress() override { return answer("MachineFacts.localAddress", address); }
@@ -64,38 +79,33 @@ public:
     std::wstring address = L"192.168.17.23";
 
 private:
-    Answer<std::wstring> answer(std::string_view function, const std::wstring& text) {
-        return faults_.answer(function, [&] { return Answer(text); });
+    Answer<std::wstring> answer(const char* function, const std::wstring& text) {
+        const auto code = faults_.enter(function);
+        return code ? Answer<std::wstring>(Failure{*code}) : text;
     }
 };
 
 /// German unless a test says otherwise.
-class FakeRegionalSettings : public RegionalSettings, Planned {
-public:
+struct FakeRegionalSettings : RegionalSettings, Planned {
     using Planned::Planned;
 
     std::wstring decimalSeparator() override {
-        return faults_.value("RegionalSettings.decimalSeparator", decimal_);
+        return faults_.value("RegionalSettings.decimalSeparator", decimal);
     }
     std::wstring thousandsSeparator() override {
-        return faults_.value("RegionalSettings.thousandsSeparator", thousands_);
+        return faults_.value("RegionalSettings.thousandsSeparator", thousands);
+    }
+    void set(std::wstring_view newDecimal, std::wstring_view newThousands) {
+        decimal = newDecimal;
+        thousands = newThousands;
     }
 
-    /// English "." and ",", Swiss "." and U+2019, Austrian and French "," and U+00A0.
-    void set(std::wstring_view decimal, std::wstring_view thousands) {
-        decimal_ = decimal;
-        thousands_ = thousands;
-    }
-
-private:
-    std::wstring decimal_ = L",";
-    std::wstring thousands_ = L".";
+    std::wstring decimal = L",", thousands = L".";
 };
 
 /// Code page 1252. What it cannot hold becomes "?"; the system's lookalikes (an L for a Polish one) are left
 /// out.
-class FakeCodePage : public CodePage, Planned {
-public:
+struct FakeCodePage : CodePage, Planned {
     using Planned::Planned;
 
     std::string toAnsi(std::wstring_view text) override {
@@ -105,8 +115,30 @@ public:
         return faults_.value("CodePage.fromAnsi", decode(bytes));
     }
 
-    static std::string encode(std::wstring_view text);
-    static std::wstring decode(std::string_view bytes);
+    static std::string encode(std::wstring_view text) {
+        std::string bytes;
+        for (const wchar_t character : text) {
+            const auto upper = upperControls.find(character);
+            const bool own = character < 0x80 || (character > 0x9F && character < 0x100);
+            const wchar_t code = own ? character : L'?';
+            bytes += static_cast<char>(upper != upperControls.npos ? 0x80 + static_cast<int>(upper) : code);
+        }
+        return bytes;
+    }
+    static std::wstring decode(std::string_view bytes) {
+        std::wstring text;
+        for (const char byte : bytes) {
+            const auto code = static_cast<unsigned char>(byte);
+            text += code >= 0x80 && code < 0xA0 ? upperControls[code - 0x80u] : static_cast<wchar_t>(code);
+        }
+        return text;
+    }
+
+private:
+    /// Characters of the codes 0x80 to 0x9F; all others are the same as in Unicode.
+    static constexpr std::wstring_view upperControls =
+        L"\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\x8D\u017D\x8F"
+        L"\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\x9D\u017E\u0178";
 };
 
 } // namespace tarv

@@ -1,77 +1,81 @@
 #include "tests/support/FakeXmlDom.h"
 
+#include <algorithm>
+
 namespace tarv {
 namespace {
 
+using Text = Automated<std::wstring>;
+using Done = Automated<Empty>;
+
 /// What nodes and documents share: every function asks the plan first.
-class FakeXmlPart {
-public:
+struct FakeXmlPart {
     explicit FakeXmlPart(FakeXmlParsers& parsers) : parsers_(parsers) {}
 
-protected:
     template <class T>
-    Automated<T> answer(std::string_view function, T value) {
-        if (const auto code = parsers_.faults.enter(function))
+    Automated<T> answer(const char* function, T value) {
+        if (const auto code = parsers_.faults_.enter(function))
             return Failure{ErrorRecord{static_cast<std::int32_t>(*code), L"Verweigert", L"Parser"}};
         return value;
     }
-    Automated<Empty> change(std::string_view function, std::wstring what) {
+    Done change(const char* function, std::wstring what) {
         auto done = answer(function, Empty{});
         if (done)
             parsers_.log.push_back(std::move(what));
         return done;
     }
+    template <class Node>
+    XmlNodeRef node() const {
+        return std::make_unique<Node>(parsers_);
+    }
 
     FakeXmlParsers& parsers_;
 };
 
-class FakeXmlNode : public XmlNode, FakeXmlPart {
-public:
+struct FakeNode : XmlNode, FakeXmlPart {
     using FakeXmlPart::FakeXmlPart;
 
     Automated<XmlNodeRef> selectSingleNode(std::wstring_view) override {
-        return answer("XmlNode.selectSingleNode", parsers_.hasNodes ? another() : nullptr);
+        return answer("XmlNode.selectSingleNode", parsers_.hasNodes ? node<FakeNode>() : nullptr);
     }
     Automated<std::int32_t> countNodes(std::wstring_view) override {
         return answer("XmlNode.countNodes", std::int32_t{parsers_.hasNodes});
     }
-    Automated<std::wstring> text() override { return answer("XmlNode.text", parsers_.content); }
-    Automated<std::wstring> xml() override { return answer("XmlNode.xml", parsers_.content); }
-    Automated<std::wstring> nodeName() override { return answer("XmlNode.nodeName", std::wstring(L"n")); }
-    Automated<XmlNodeRef> parentNode() override { return answer("XmlNode.parentNode", another()); }
+    Text text() override { return answer("XmlNode.text", parsers_.content); }
+    Text xml() override { return answer("XmlNode.xml", parsers_.content); }
+    Text nodeName() override { return answer("XmlNode.nodeName", parsers_.nodeName); }
+    Automated<XmlNodeRef> parentNode() override { return answer("XmlNode.parentNode", node<FakeNode>()); }
     Automated<Value> getAttribute(std::wstring_view) override {
         return answer("XmlNode.getAttribute", Value(parsers_.content));
     }
-    Automated<Empty> putText(std::wstring_view) override { return change("XmlNode.putText", L"putText"); }
-    Automated<Empty> appendChild(XmlNode&) override { return change("XmlNode.appendChild", L"appendChild"); }
-    Automated<Empty> removeChild(XmlNode&) override { return change("XmlNode.removeChild", L"removeChild"); }
-    Automated<Empty> setAttribute(std::wstring_view, const Value&) override {
-        return change("XmlNode.setAttribute", L"setAttribute");
+    Done putText(std::wstring_view text) override {
+        return change("XmlNode.putText", L"putText " + std::wstring(text));
     }
-    Automated<Empty> removeAttribute(std::wstring_view) override {
+    Done appendChild(XmlNode&) override { return change("XmlNode.appendChild", L"appendChild"); }
+    Done removeChild(XmlNode&) override { return change("XmlNode.removeChild", L"removeChild"); }
+    Done setAttribute(std::wstring_view name, const Value&) override {
+        return change("XmlNode.setAttribute", L"setAttribute " + std::wstring(name));
+    }
+    Done removeAttribute(std::wstring_view) override {
         return change("XmlNode.removeAttribute", L"removeAttribute");
     }
-
-private:
-    XmlNodeRef another() const { return std::make_unique<FakeXmlNode>(parsers_); }
 };
 
-class FakeXmlDocument : public XmlDocument, FakeXmlPart {
-public:
-    explicit FakeXmlDocument(FakeXmlParsers& parsers) : FakeXmlPart(parsers) { ++parsers_.openDocuments; }
-    ~FakeXmlDocument() override { --parsers_.openDocuments; }
+struct FakeDocument : XmlDocument, FakeXmlPart {
+    explicit FakeDocument(FakeXmlParsers& parsers) : FakeXmlPart(parsers) { ++parsers_.openDocuments; }
+    ~FakeDocument() override { --parsers_.openDocuments; }
 
-    Automated<Empty> putResolveExternals(bool value) override {
-        return change("XmlDocument.putResolveExternals", L"resolveExternals " + std::to_wstring(value));
+    Done putResolveExternals(bool on) override {
+        return change("XmlDocument.putResolveExternals", L"resolveExternals " + std::to_wstring(on));
     }
-    Automated<Empty> putValidateOnParse(bool value) override {
-        return change("XmlDocument.putValidateOnParse", L"validateOnParse " + std::to_wstring(value));
+    Done putValidateOnParse(bool on) override {
+        return change("XmlDocument.putValidateOnParse", L"validateOnParse " + std::to_wstring(on));
     }
-    Automated<Empty> putAsync(bool value) override {
-        return change("XmlDocument.putAsync", L"async " + std::to_wstring(value));
+    Done putAsync(bool on) override {
+        return change("XmlDocument.putAsync", L"async " + std::to_wstring(on));
     }
-    Automated<Empty> save(std::wstring_view path) override {
-        auto done = change("XmlDocument.save", L"save " + std::wstring(path));
+    Done save(std::wstring_view path) override {
+        auto done = answer("XmlDocument.save", Empty{});
         // A save that fails has already emptied its file, as the real one does.
         parsers_.disk.addFile(path, done ? "<neu/>" : "");
         return done;
@@ -87,29 +91,25 @@ public:
     Automated<XmlParseError> parseError() override {
         return answer("XmlDocument.parseError", parsers_.error);
     }
-    Automated<std::wstring> xml() override { return answer("XmlDocument.xml", parsers_.content); }
-    Automated<std::wstring> declaration() override {
-        return answer("XmlDocument.declaration", parsers_.declaration);
-    }
+    Text xml() override { return answer("XmlDocument.xml", parsers_.content); }
+    Text declaration() override { return answer("XmlDocument.declaration", parsers_.declaration); }
     Automated<XmlNodeRef> documentElement() override {
-        return answer("XmlDocument.documentElement", parsers_.hasDocumentElement ? node() : nullptr);
+        return answer("XmlDocument.documentElement",
+                      parsers_.hasDocumentElement ? node<FakeNode>() : nullptr);
     }
     Automated<XmlNodeRef> createElement(std::wstring_view) override {
-        return answer("XmlDocument.createElement", node());
+        return answer("XmlDocument.createElement", node<FakeNode>());
     }
-
-private:
-    XmlNodeRef node() const { return std::make_unique<FakeXmlNode>(parsers_); }
 };
 
 } // namespace
 
 Automated<XmlDocumentRef> FakeXmlParsers::create(std::wstring_view progId) {
     log.push_back(L"create " + std::wstring(progId));
-    const auto code = faults.enter("XmlParsers.create");
+    const auto code = faults_.enter("XmlParsers.create");
     if (code || std::ranges::count(known, progId) == 0)
         return Failure{ErrorRecord{static_cast<std::int32_t>(code.value_or(429)), L"Verweigert", L"Parser"}};
-    return XmlDocumentRef(std::make_unique<FakeXmlDocument>(*this));
+    return XmlDocumentRef(std::make_unique<FakeDocument>(*this));
 }
 
 } // namespace tarv

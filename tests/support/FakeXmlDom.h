@@ -11,9 +11,9 @@ namespace tarv {
 
 /// A stand-in for the XML component. Its documents do not parse: `accepts` decides about each source. In an
 /// accepted one every path leads to an element with the same content. Saving writes "<neu/>".
-class FakeXmlParsers : public XmlParsers {
+class FakeXmlParsers : public XmlParsers, public Planned {
 public:
-    FakeXmlParsers(FaultPlan& plan, FakeDisk& files) : faults(plan), disk(files) {}
+    FakeXmlParsers(FaultPlan& plan, FakeDisk& files) : Planned(plan), disk(files) {}
 
     Automated<XmlDocumentRef> create(std::wstring_view progId) override;
 
@@ -25,13 +25,12 @@ public:
     /// The text of every element and of the document.
     std::wstring content;
     std::wstring declaration;
-
-    /// Creations, settings and changes in order: "create Msxml.DOMDocument", "async 0", "load C:\a.xml",
-    /// "save ...", "appendChild"; what failed does not stand here, apart from creations and loads.
+    std::wstring nodeName = L"n";
+    /// Creations, settings, loads and changes in order: "create Msxml.DOMDocument", "async 0", "load
+    /// C:\a.xml", "appendChild"; what failed does not stand here, apart from creations and loads.
     std::vector<std::wstring> log;
     int openDocuments = 0;
 
-    FaultPlan& faults;
     FakeDisk& disk;
 };
 

@@ -2,13 +2,12 @@
 
 #include "platform/Answer.h"
 
-#include <algorithm>
 #include <deque>
-#include <initializer_list>
+#include <limits>
 #include <map>
 #include <optional>
-#include <string_view>
-#include <vector>
+#include <stdexcept>
+#include <string>
 
 namespace tarv {
 
@@ -22,62 +21,46 @@ T nextOf(std::deque<T>& answers, T otherwise) {
     return answer;
 }
 
-/// Counts the calls over the scripted border and makes chosen ones fail, so that a test can break any single
-/// function. Functions are named "Interface.function".
+/// Counts the calls over the scripted border and makes chosen ones fail. Functions are named
+/// "Interface.function".
 class FaultPlan {
 public:
-    /// Makes every further call fail as the function documents it: with `code` where it answers a code or an
-    /// error record (as its number), else with its empty answer. Functions that cannot fail are only counted.
-    void fail(std::string_view function, SystemCode code) {
-        plans_[function].code = code;
-        plans_[function].always = true;
-    }
-
-    /// Makes only the named calls fail; the call after this instruction is number 1.
-    void fail(std::string_view function, SystemCode code, std::initializer_list<int> callNumbers) {
-        Plan& plan = plans_[function];
-        plan.code = code;
-        for (const int number : callNumbers)
-            plan.numbers.push_back(plan.calls + number);
-    }
-
-    /// Ends all failures; the counts stay.
-    void heal() {
-        for (auto& [name, plan] : plans_)
-            plan = {plan.calls, 0, false, {}};
-    }
-
-    int calls(std::string_view function) { return plans_[function].calls; }
-
-    /// Asked by every scripted function at its entry.
-    std::optional<SystemCode> enter(std::string_view function) {
-        Plan& plan = plans_[function];
-        const bool fails = std::ranges::count(plan.numbers, ++plan.calls) != 0 || plan.always;
-        return fails ? std::optional(plan.code) : std::nullopt;
-    }
-
-    /// The same for a function that answers `value`, or nothing when it fails.
-    template <class T>
-    T value(std::string_view function, T value) {
-        return enter(function) ? T() : value;
-    }
-
-    /// The same for a function that answers what `action` does, or the planned code.
-    template <class Action>
-    auto answer(std::string_view function, Action action) -> decltype(action()) {
-        if (const auto code = enter(function))
-            return Failure{*code};
-        return action();
-    }
-
-private:
     struct Plan {
         int calls = 0;
         SystemCode code = 0;
-        bool always = false;
-        std::vector<int> numbers;
+        int first = 0;
+        int last = 0;
     };
-    std::map<std::string_view, Plan> plans_;
+
+    /// Lets calls fail as the function documents it: with `code` where it answers a code or an error record
+    /// (as its number), else with its empty answer. The call after this instruction is number 1.
+    void fail(const std::string& function, SystemCode code, int first = 1, int last = 1'000'000) {
+        const int calls = plans[function].calls;
+        plans[function] = {calls, code, calls + first, calls + last};
+    }
+    int calls(const std::string& function) { return plans[function].calls; }
+
+    /// Asked by every scripted function that can fail, at its entry.
+    std::optional<SystemCode> enter(const char* function) {
+        step();
+        Plan& plan = plans[function];
+        ++plan.calls;
+        return plan.calls >= plan.first && plan.calls <= plan.last ? std::optional(plan.code) : std::nullopt;
+    }
+    /// The same for a function that answers `value`, or nothing when it fails.
+    template <class T>
+    T value(const char* function, T value) {
+        return enter(function) ? T() : value;
+    }
+    /// Asked by the others: a routine that takes all steps would never come to its end.
+    void step() {
+        if (--stepsLeft < 0)
+            throw std::logic_error("more calls over the border than any routine needs");
+    }
+
+    /// The functions that can fail and have been called.
+    std::map<std::string, Plan> plans;
+    std::int64_t stepsLeft = std::numeric_limits<std::int64_t>::max();
 };
 
 /// A scripted interface.

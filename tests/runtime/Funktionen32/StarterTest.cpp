@@ -1,10 +1,8 @@
 #include "runtime/Funktionen32/Starter.h"
 
-#include "runtime/Funktionen32/ShellStart.h"
-#include "runtime/Runtime.h"
+#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "runtime/Funktionen32/ExternalProgram.h"
 #include "tests/support/FakePlatform.h"
-
-#include <gtest/gtest.h>
 
 namespace tarv {
 namespace {
@@ -12,81 +10,36 @@ namespace {
 constexpr WindowHandle caller{0x11};
 constexpr WindowHandle form{0x22};
 
-struct Starter : testing::Test {
-    FakePlatform fake;
-    Runtime rt{fake.border};
-    std::wstring arguments, data, part = L"-";
-    bool wait = false, compose = false, direct = false;
+struct Starter : Scripted {
+    std::wstring arguments, part;
+    bool wait = false, direct = false;
     WindowHandle window = WindowHandle::none;
 
-    Starter() { fake.desktop.active = caller; }
     std::intptr_t start(std::wstring_view program) {
         fake.processes.created.clear();
-        return StartExe(rt, program, 0, arguments, data, wait, part, compose, window, direct);
+        return StartExe(rt, program, 0, arguments, {}, wait, part, false, window, direct);
     }
-    const ProcessRequest& request() { return fake.processes.created.at(0); }
 };
-
-TEST_F(Starter, CommandLineIsMadeOfProgramArgumentsAndData) {
-    const struct {
-        const wchar_t *program, *arguments, *data;
-        bool compose;
-        const wchar_t *line, *file, *argumentsAfter, *part;
-    } cases[] = {
-        {L"C:\\T.EXE /X", L"", L"", false, L"c:\\t.exe /X", L"c:\\t.exe", L"/X", L"C:\\T.EXE"},
-        {L"C:\\T.exe /x", L"-a ", L" D 1 ", false, L"c:\\t.exe -a  /x D 1", L"c:\\t.exe", L"-a  /x",
-         L"C:\\T.exe"},
-        {L"C:\\Ä B.exe", L" -a ", L"   ", false, L"c:\\ä b.exe -a", L"c:\\ä b.exe", L" -a ", L"-"},
-        {L"T.EXE", L"abc ", L" Daten", true, L"t.exe PRG:ABC DATA:Daten", L"", L"abc ", L"-"},
-        {L"D:\\T.exe", L"", L"", true, L"d:\\t.exe PRG: DATA:", L"d:\\t.exe", L"", L"-"},
-        {L"a.exe.d\\b.exe x", L"", L"", true, L"a.exe PRG:.D\\B.EXE X DATA:", L"", L".d\\b.exe x", L"a.exe"},
-        {L" \\\\s\\f\\tool ", L"", L"", false, L"\\\\s\\f\\tool", L"\\\\s\\f\\tool.exe", L"", L"-"},
-    };
-    for (const auto& c : cases) {
-        arguments = c.arguments, data = c.data, compose = c.compose, part = L"-";
-        EXPECT_EQ(start(c.program), -1) << c.program;
-        EXPECT_EQ(request().commandLine, c.line) << c.program;
-        EXPECT_EQ(request().applicationName, c.file) << c.program;
-        EXPECT_EQ(arguments, c.argumentsAfter) << c.program;
-        EXPECT_EQ(part, c.part) << c.program;
-        EXPECT_TRUE(fake.processes.open.empty());
-    }
-    EXPECT_EQ(request().showWindow, std::uint16_t{1});
-    EXPECT_FALSE(request().inheritHandles);
-    EXPECT_EQ(fake.desktop.sleeps, std::vector<std::uint32_t>(30 * std::size(cases), 1));
-    EXPECT_EQ(fake.desktop.pumps, 30 * static_cast<int>(std::size(cases)));
-}
-
-TEST_F(Starter, FullPathMeansThatVeryFile) {
-    fake.disk.addFile(L"C:\\exakt", "MZ");
-    fake.disk.addFolder(L"C:\\Ordner");
-    for (const wchar_t* path : {L"C:\\exakt", L"C:\\a.com", L"C:\\"})
-        EXPECT_EQ(programFile(rt, path), path);
-    for (const std::wstring path : {L"C:\\Ordner", L"c:/p.x/a", L"\\\\s\\f\\a"})
-        EXPECT_EQ(programFile(rt, path), path + L".exe");
-    for (const wchar_t* path : {L"C:", L"C:a.exe", L"\\a.exe", L"P\\a.exe", L"\"C:\\a.exe\"", L"a.exe", L""})
-        EXPECT_EQ(programFile(rt, path), L"") << path;
-}
 
 TEST_F(Starter, DirectStartHandsTheProcessToTheCaller) {
     direct = true;
     const auto process = static_cast<KernelHandle>(start(L" C:\\P\\Tool.exe"));
     EXPECT_EQ(fake.processes.open, std::set<KernelHandle>{process});
-    EXPECT_EQ(request().commandLine, L"c:\\p\\tool.exe ") << "a line without arguments ends in a blank";
-    EXPECT_EQ(request().applicationName, L"");
-    EXPECT_TRUE(request().inheritHandles);
-    EXPECT_EQ(request().creationFlags, 32U);
-    EXPECT_FALSE(request().showWindow);
+    const ProcessRequest& request = fake.processes.created.at(0);
+    EXPECT_EQ(request.commandLine, L"c:\\p\\tool.exe ") << "a line without arguments ends in a blank";
+    EXPECT_EQ(request.applicationName, L"");
+    EXPECT_TRUE(request.inheritHandles && request.creationFlags == 32 && !request.showWindow);
     EXPECT_EQ(fake.desktop.pumps, 0);
 }
 
 TEST_F(Starter, WaitingMarksPumpsClosesAndGivesTheFocusBack) {
     wait = true, window = form;
-    fake.desktop.windows = {form};
+    fake.desktop.active = caller;
+    fake.desktop.windows = {caller, form};
     fake.processes.waits = {wait_result::timeout, wait_result::timeout};
     std::set<std::uint32_t> ids;
-    fake.processes.onCreate = [&](const ProcessRequest&) { EXPECT_TRUE(rt.externalProgram.running); };
-    fake.desktop.onSleep = [&](std::uint32_t) {
+    fake.processes.onCreate = [&] { EXPECT_TRUE(rt.externalProgram.running); };
+    fake.desktop.onSleep = [&] {
         ids.insert(rt.runningChildId);
         EXPECT_EQ(rt.externalProgram.name, L"c:\\p\\tool.exe");
     };
@@ -101,11 +54,11 @@ TEST_F(Starter, WaitingMarksPumpsClosesAndGivesTheFocusBack) {
 
     fake.desktop.form = form, window = WindowHandle::none, direct = true;
     EXPECT_EQ(start(L"C:\\P\\Tool.exe"), 0);
-    fake.desktop.onPump = [&] {
-        fake.desktop.form = fake.desktop.active = window, fake.desktop.windows = {};
-    };
+    EXPECT_EQ(fake.desktop.focused, (std::vector{caller, form})) << "the active form comes first";
+    window = form;
+    fake.desktop.onPump = [&] { fake.desktop.windows.clear(); };
     start(L"C:\\P\\Tool.exe");
-    EXPECT_EQ(fake.desktop.focused, (std::vector{caller, form})) << "a closed window gets no focus";
+    EXPECT_EQ(fake.desktop.redrawn.size() + fake.desktop.focused.size(), 3u) << "nothing for closed windows";
 }
 
 TEST_F(Starter, RefusedStartIsSilentAndNotWaitedFor) {
@@ -117,33 +70,43 @@ TEST_F(Starter, RefusedStartIsSilentAndNotWaitedFor) {
             wait = mode % 2 == 1, direct = mode / 2 == 1;
             EXPECT_EQ(start(program), direct ? 0 : -1) << program << mode;
             EXPECT_EQ(fake.processes.created.size(), *program == L'x' ? 1U : 0U) << program << mode;
-            EXPECT_FALSE(rt.externalProgram.running);
         }
     }
     EXPECT_EQ(fake.faults.calls("Processes.waitForObject"), 0);
-    EXPECT_TRUE(fake.processes.shellStarts.empty());
-    EXPECT_TRUE(fake.automation.log.empty());
+    EXPECT_TRUE(fake.processes.shellStarts.empty() && fake.automation.log.empty());
 }
 
 TEST_F(Starter, DevelopmentEnvironmentReportsARefusedShellStart) {
     Runtime development{fake.border, true};
-    auto display = fake.automation.object(L"display");
-    fake.automation.provide(L"rk_Runtime.rk_Fehler", display);
-    fake.faults.fail("Processes.create", system_code::fileNotFound);
-    StartExe(development, L"C:\\X.exe", 0, arguments, data, false, part, false, window, false);
-    ASSERT_EQ(fake.automation.uses().back(), L"call display.EMW");
-    const std::vector<Value>& given = fake.automation.log.back().arguments;
-    EXPECT_EQ(given[1], Value(std::wstring(L"Fehler beim Start Externes Programm\nc:\\x.exe")));
-    EXPECT_EQ(given[2], Value(std::wstring(L"Start Exe")));
-    EXPECT_EQ(*std::get<ObjectByRef>(given[0]).object->get(L"Number"), Value(std::int32_t{53}));
+    fake.automation.provided.emplace(errorDisplayProgId, fake.automation.object(L"display"));
+    for (const auto& [code, number] :
+         {std::pair{system_code::pathNotFound, 53}, {system_code::accessDenied, 5}}) {
+        fake.faults.fail("Processes.create", code);
+        StartExe(development, L"C:\\X.exe", 0, arguments, {}, false, part, false, window, false);
+        ASSERT_EQ(fake.automation.log.back().what, L"call display.EMW");
+        const std::vector<Value> given = fake.automation.log.back().arguments;
+        EXPECT_EQ(given[1], Value(std::wstring(L"Fehler beim Start Externes Programm\nc:\\x.exe")));
+        EXPECT_EQ(given[2], Value(std::wstring(L"Start Exe")));
+        EXPECT_EQ(*std::get<ObjectByRef>(given[0]).object->get(L"Number"), Value(std::int32_t{number}));
+    }
 }
 
-TEST_F(Starter, PrintProgramIsReplacedWhateverFolderIsGiven) {
-    direct = true;
-    fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\Q_Machine.ini", L"[Directories]\r\nProgramm=P:\\\r\n");
-    for (const wchar_t* program : {L"kelvar.exe", L"X:\\Alt\\KELVAR.EXE", L"X:\\kelvar.exe /druck"}) {
-        start(program);
-        EXPECT_TRUE(request().commandLine.starts_with(L"P:\\DotNet\\Kelvar.Net.exe ")) << program;
+TEST_F(Starter, WaitEndsWithTheChildOrWhenTheProgramIsToQuit) {
+    const struct {
+        std::size_t idleWaits, waits;
+        int quitAfter, leastPumps, mostPumps;
+    } cases[] = {{1000, 40, 10'000, 40, 60}, {1000, 1000, 5, 6, 20}, {0, 1000, 5, 6, 20}};
+    for (const auto& c : cases) {
+        fake.processes.idleWaits.assign(c.idleWaits, wait_result::timeout);
+        fake.processes.waits.assign(c.waits, wait_result::timeout);
+        fake.desktop.pumps = 0, fake.desktop.quit = false;
+        fake.desktop.onPump = [&] { fake.desktop.quit = fake.desktop.pumps > c.quitAfter; };
+        ProcessInformation child = *fake.processes.create({});
+        WaitForProcessEnd(rt, child);
+        WaitForProcessEnd(rt, child); // closing a handle twice fails the test
+        EXPECT_TRUE(fake.processes.open.empty() && rt.runningChildId == 0);
+        EXPECT_GE(fake.desktop.pumps, c.leastPumps);
+        EXPECT_LE(fake.desktop.pumps, c.mostPumps);
     }
 }
 
