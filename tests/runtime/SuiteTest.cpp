@@ -23,6 +23,8 @@ struct SuiteCalls : World {
         const std::wstring &routine = row[0], &first = row[1];
         const auto ini = [&](std::wstring_view text) { fake.profiles.fill(L"Pexoran.INI", text); };
         fake.profiles.fill(machineFile, L"[Directories]\r\nPROGRAMM=P:\\");
+        if (routine == L"description")
+            return runtimeErrorRecord(std::stoi(first)).description;
         if (routine == L"GetEXEmitPfad")
             return GetEXEmitPfad(rt, first);
         if (routine == L"GetProgVersion") {

@@ -167,7 +167,7 @@ TEST_F(ClsXml, ChangesWhatXmlCanHoldAndNothingElse) {
     fake.xml.content = L"1\n2";
     EXPECT_EQ(xml.ReadNode(L"a"), L"1\r\n2");
     xml.MakeNode(L"a", L"b", L"t", L"k", 1, L"l", 2);
-    xml.MakeNode(L"a", L"b", {}, L"k", Missing{}, L"l", 2);
+    xml.MakeNode(L"a", L"b", {}, {}, Missing{}, L"l", 2);
     EXPECT_TRUE(xml.InsertNode(L"a", L"b", 1, L"t", L"k", 1));
     EXPECT_EQ(log(), L"putText t;appendChild;setAttribute k;setAttribute l;appendChild;setAttribute l;"
                      L"putText t;setAttribute k;appendChild;");
@@ -192,6 +192,22 @@ TEST_F(ClsXml, ChangesWhatXmlCanHoldAndNothingElse) {
     EXPECT_FALSE(xml.InsertNode(L"a", L"b", 1)) << "a document takes no second element";
     EXPECT_EQ(raised([&] { xml.MakeNode(L"a", L"b"); }), invalid);
     EXPECT_EQ(log(), L"");
+}
+
+TEST_F(ClsXml, FailuresOfTheComponentReachTheCaller) {
+    ASSERT_TRUE(xml.OpenFromString(L"<r/>", false));
+    const std::pair<const char*, std::function<void()>> calls[] = {
+        {"XmlNode.removeAttribute", [&] { xml.DeleteAttribute(L"a", L"k"); }},
+        {"XmlNode.xml", [&] { xml.ReadNodeXML(L"a"); }},
+        {"XmlDocument.xml", [&] { xml.XML(); }},
+        {"XmlNode.text", [&] { xml.GetColorValue(L"a"); }},
+        {"XmlNode.appendChild", [&] { xml.MakeNode(L"a", L"b"); }},
+        {"XmlNode.putText", [&] { xml.MakeNode(L"a", L"b", L"t"); }},
+        {"XmlDocument.createElement", [&] { xml.MakeNode(L"a", L"b"); }}};
+    for (const auto& [function, call] : calls) {
+        fake.faults.fail(function, 4711, 1, 1);
+        EXPECT_EQ(raised(call), 4711) << function;
+    }
 }
 
 TEST_F(ClsXml, SaveReplacesTheOldFileOnlyByACompleteOne) {
