@@ -54,12 +54,13 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
     const HANDLE other = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                      nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
     DWORD written = 0;
+    WriteFile(other, "aa", 2, &written, nullptr);
     EXPECT_EQ(border.files.append(file, "bb"), 0u);
     WriteFile(other, "cc", 2, &written, nullptr);
     EXPECT_EQ(border.files.overwrite(file, "d"), system_code::sharingViolation)
         << "it would cut the other's lines";
     CloseHandle(other);
-    EXPECT_EQ(world->bytes(file), "bbcc");
+    EXPECT_EQ(world->bytes(file), "aabbcc");
     EXPECT_EQ(border.files.overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
     EXPECT_EQ(world->bytes(file), "d");
 }

@@ -136,12 +136,15 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
 }
 
 TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysWhileItIsNeeded) {
-    ComPtr<IClassFactory> factory;
-    ComPtr<IDispatch> component;
     CLSID id;
     CLSIDFromString(classId.c_str(), &id);
-    call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, factory.receiveAny());
-    factory->CreateInstance(nullptr, IID_IDispatch, component.receiveAny());
+    const auto factory = [&] {
+        ComPtr<IClassFactory> made;
+        call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, made.receiveAny());
+        return made;
+    };
+    ComPtr<IDispatch> component;
+    factory()->CreateInstance(nullptr, IID_IDispatch, component.receiveAny());
     wchar_t name[] = L"ErrorMsg", routine[] = L"ZUSATZ";
     LPOLESTR names[] = {name, routine};
     DISPID ids[2];
@@ -159,14 +162,12 @@ TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysWhileItIsNee
     EXPECT_FALSE(display->call(L"ErrorMsg", {1, 2, 3, 4}));
 
     display = nullptr;
-    factory->LockServer(TRUE);
-    component = {};
-    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "locked";
-    factory->LockServer(FALSE);
-    factory->CreateInstance(nullptr, IID_IDispatch, component.receiveAny());
-    factory = {};
     EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "an object lives";
     component = {};
+    EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
+    factory()->LockServer(TRUE);
+    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "locked";
+    factory()->LockServer(FALSE);
     EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
 }
 
