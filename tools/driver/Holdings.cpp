@@ -1,6 +1,7 @@
 #include "tools/driver/Holdings.h"
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 #include <psapi.h>
@@ -47,20 +48,26 @@ int gdiObjects(HANDLE process) {
         std::count_if(entries.begin(), entries.end(), [](const Entry& entry) { return entry.type != 0; }));
 }
 
+/// Counts them one by one: what the list of processes gives is, under Wine, the size of their handle table.
 int kernelHandles(HANDLE process) {
-    const auto id = reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(GetProcessId(process)));
-    std::vector<char> buffer(1 << 20);
-    NtQuerySystemInformation(SystemProcessInformation, buffer.data(), 1 << 20, nullptr);
-    for (const char* at = buffer.data();;) {
-        const auto& each = *reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(at);
-        if (each.UniqueProcessId == id) {
-            return static_cast<int>(each.HandleCount);
-        }
-        if (each.NextEntryOffset == 0) {
-            return 0;
-        }
-        at += each.NextEntryOffset;
-    }
+    struct Entry {
+        ULONG process;
+        UCHAR type;
+        UCHAR flags;
+        USHORT handle;
+        void* object;
+        ULONG access;
+    };
+    struct Table {
+        ULONG count;
+        Entry entries[1 << 16];
+    };
+    constexpr auto everyHandle = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+    const auto table = std::make_unique<Table>();
+    NtQuerySystemInformation(everyHandle, table.get(), sizeof(Table), nullptr);
+    return static_cast<int>(
+        std::count_if(table->entries, table->entries + table->count,
+                      [id = GetProcessId(process)](const Entry& entry) { return entry.process == id; }));
 }
 
 } // namespace
