@@ -179,8 +179,8 @@ private:
 ///
 /// In the program folder some are left out. Static imports with all that they import are there before the
 /// program's first line; Windows knows them by name (see above) and takes them from its own folder, Wine does
-/// not. And Wine alone loads its screen driver that early, and looks for what its own libraries import on
-/// demand as if the program had not narrowed the search.
+/// not. Wine loads imm32 (known by name, too) and its screen driver as early, and looks for what its own
+/// libraries import on demand as if the program had not narrowed the search.
 TEST(PlantedLibraries, AreNotLoaded) {
     const std::wstring planted = Installation::testFolder() + L"\\tarv_planted_library.dll";
     Installation installation;
