@@ -73,7 +73,7 @@ void Base64Codec::encode(std::span<const std::uint8_t> bytes, std::span<std::uin
     std::size_t left = bytes.size();
 
     for (; left >= 26; left -= 24, from += 24, to += 32)
-        for (int i = 0; i < 4; ++i)
+        for (std::ptrdiff_t i = 0; i < 4; ++i)
             encodeSixBytes(from + 6 * i, to + 8 * i);
     for (; left >= 8; left -= 6, from += 6, to += 8)
         encodeSixBytes(from, to);
