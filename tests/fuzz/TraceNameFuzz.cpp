@@ -14,8 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     DebugTrace(rt, L"eins");
     DebugTrace(rt, L"zwei", false, true);
     require(!name.empty() && rt.trace.lineCounter == 2);
-    if (const FakeEntry* written = fake.disk.find(name); written && !written->isFolder() &&
-        !written->bytes.starts_with("[Debug]"))
+    if (const FakeEntry* written = fake.disk.find(name);
+        written && !written->isFolder() && !written->bytes.starts_with("[Debug]"))
         require(written->bytes.ends_with("zwei\r\n"));
     return 0;
 }

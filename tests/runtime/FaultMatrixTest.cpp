@@ -1,19 +1,7 @@
 // Whatever the system refuses, at whatever moment: every routine comes to its
 // end with what it documents.
-#include "infocenter/InfoReport.h"
-#include "infocenter/IniTree.h"
-#include "infocenter/SystemProbes.h"
-#include "runtime/Funktionen32/Funktionen32.h"
-#include "runtime/Konstanten.h"
-#include "runtime/ModRkIni.h"
 #include "runtime/RuntimeError.h"
-#include "runtime/cls_PathDialog.h"
-#include "runtime/modBase64.h"
-#include "runtime/modProgDebug.h"
-#include "runtime/modSkinOnly.h"
-#include "shell/SupportActions.h"
-#include "tests/support/Table.h"
-#include "xml/clsXML.h"
+#include "tests/support/Routines.h"
 
 #include <iostream>
 #include <regex>
@@ -22,218 +10,6 @@
 namespace tarv {
 namespace {
 
-/// A busy workstation, on which every routine has something to do.
-struct Workstation : World {
-    /// What routines read and write.
-    std::wstring a, b, c;
-    std::vector<std::wstring> names;
-    ErrorRecord error{53, L"x", L"y"};
-    Value value = 12.991;
-    bool flag = true;
-    ByteArray bytes{0, {'M', 'a', 'n'}};
-    cls_PathDialog dialog{rt};
-    SkinControl skin{nullptr, WindowHandle{7}};
-
-    Workstation() {
-        fake.profiles.fill(L"Pexoran.INI",
-                           L"[Debug]\nEntwicklung=1\nSaveDebugIN=C:\\t\\d.txt\nDebugDateiZusatz=_1\n"
-                           L"[SYS]\nZugriff_Slow=2\n[DRUCKOPT]\nPROGRAMM=Choose\n");
-        fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\Q_Machine.ini",
-                           L"[Directories]\nProgramm=P:\\\nProgrammDirectory=P:\\\n[Directories]\n");
-        fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\QV.ini", L"[A]\nx=1\n");
-        fake.profiles.fill(L"C:\\Program Files\\TARVENIK\\Version.INI", L"[Info]\nProgVersion=12.3\n");
-        for (const wchar_t* file : {L"C:\\t\\a.txt", L"C:\\t\\b.txt", L"C:\\t\\exakt", L"C:\\t\\a.xml"})
-            fake.disk.addFile(file, "alt");
-        fake.disk.addFolder(L"D:\\out");
-        fake.disk.shortNames = {{L"PROGRA~1", L"Program Files"}};
-        fake.environment.set(L"SystemRoot", L"C:\\Windows");
-        fake.processes.waits.assign(3, wait_result::timeout);
-        fake.processes.idleWaits.assign(2, wait_result::timeout);
-        fake.desktop.windows = {fake.desktop.active = WindowHandle{1}, fake.desktop.form = WindowHandle{2}};
-        fake.desktop.answers = {message_box::answerNo};
-        fake.shell.chosenFolder = L"C:\\t";
-        fake.shell.onFileOperation = [this] {
-            fake.disk.addFile(L"D:\\out\\a.txt", "alt"), fake.disk.addFile(L"D:\\out\\b.txt", "alt");
-        };
-        const auto scripted = [this](const wchar_t* name,
-                                     std::initializer_list<std::pair<const wchar_t*, Value>> all) {
-            const auto made = fake.automation.object(name);
-            for (const auto& [member, result] : all)
-                made->answers(member, result);
-            return made;
-        };
-        const Value done = Empty{};
-        skin.object = scripted(L"skin", {{L"#1=", done}, {L"#2", done}, {L"#3", done}, {L"#5=", done}});
-        // The user wants one retry.
-        const auto display = scripted(L"display", {{L"ErrorMsg", done}, {L"NoVisibleNextMsg=", done}});
-        display->runs(L"EMW", [left = 1](auto) mutable { return Value(left-- > 0 ? 4 : 2); });
-        fake.automation.provided.emplace(errorDisplayProgId, display);
-        const auto systems = fake.automation.object(L"systems");
-        systems->elements = {
-            scripted(L"system", {{L"Caption", std::wstring(L"W")}, {L"Version", std::wstring(L"10")}})};
-        fake.automation.provided.emplace(L"winmgmts:",
-                                         scripted(L"service", {{L"ExecQuery", ObjectRef(systems)}}));
-        fake.xml.content = L"(1, 2, 3)";
-        fake.xml.error.code = static_cast<std::int32_t>(0xC00CE56F);
-    }
-
-    std::map<std::wstring, std::string> files() const {
-        std::map<std::wstring, std::string> all;
-        for (const auto& [key, entry] : fake.disk.entries)
-            if (!entry.isFolder())
-                all[key] = entry.bytes;
-        return all;
-    }
-    bool allClosed() const {
-        return fake.processes.open.empty() && fake.files.openSearches == 0 && fake.xml.openDocuments == 0;
-    }
-};
-
-struct Routine {
-    const char* name;
-    /// A pattern of what it may answer on failure, beside its ordinary answer;
-    /// "raises ..." where it may raise.
-    const wchar_t* safe;
-    std::function<std::wstring(Workstation&)> run;
-};
-
-std::wstring text(std::intptr_t number) {
-    return std::to_wstring(number);
-}
-
-std::wstring operate(Workstation& w, std::int32_t operation, const wchar_t* source) {
-    const bool done = FileOperation(w.rt, operation, source, L"D:\\out", false, false, 0, false, w.error);
-    return text(done) + L" " + text(w.error.number) + L" " + w.error.description;
-}
-
-std::wstring start(Workstation& w, bool wait, bool direct) {
-    const auto result =
-        StartExe(w.rt, L"C:\\t\\exakt", 0, w.a, {}, wait, w.b, false, WindowHandle{2}, direct);
-    if (result > 0)
-        w.fake.processes.close(static_cast<KernelHandle>(result));
-    return result > 0 ? L"started" : text(result);
-}
-
-/// Loads a document and uses it.
-template <class Use>
-Routine withDocument(const char* name, const wchar_t* safe, Use use) {
-    return {name, safe, [use](Workstation& w) -> std::wstring {
-                clsXML xml(w.rt);
-                xml.OpenFromString(L"<r/>", true);
-                if constexpr (std::is_same_v<decltype(use(xml)), std::wstring>)
-                    return use(xml);
-                else if constexpr (std::is_void_v<decltype(use(xml))>)
-                    return use(xml), L"";
-                else
-                    return text(use(xml));
-            }};
-}
-
-constexpr const wchar_t* raises = L"raises (91|4711)";
-
-const Routine routines[] = {
-    {"bIstEntwicklung", L"0", [](auto& w) { return text(bIstEntwicklung(w.rt)); }},
-    {"DebugTrace", L"",
-     [](auto& w) { return DebugTrace(w.rt, L"x"), DebugTrace(w.rt, L"y", false, true), L""; }},
-    {"GetDebugFileName", L".*(d|rkZAL_Debug)(_1)?\\.txt", [](auto& w) { return GetDebugFileName(w.rt); }},
-    {"Uexist file", L"0", [](auto& w) { return text(Uexist(w.rt, L"C:\\t\\a.txt")); }},
-    {"Uexist folder", L"0", [](auto& w) { return text(Uexist(w.rt, L"C:\\t", true)); }},
-    {"Uexist file for folder", L"0", [](auto& w) { return text(Uexist(w.rt, L"C:\\t\\a.txt", true)); }},
-    {"Uexist pattern", L"0", [](auto& w) { return text(Uexist(w.rt, L"C:\\t\\*.txt")); }},
-    {"Uexist missing", L"1", [](auto& w) { return text(Uexist(w.rt, L"C:\\t\\missing.txt", true)); }},
-    {"LoadAccessMode", L"1", [](auto& w) { return LoadAccessMode(w.rt), text(w.rt.accessMode); }},
-    {"ListFiles", L"[0-4]", [](auto& w) { return text(ListFiles(w.rt, L"C:\\t\\*", w.names)); }},
-    {"copy", L"0 -?\\d+ .+", [](auto& w) { return operate(w, 2, L"C:\\t\\a.txt"); }},
-    {"copy pattern", L"0 -?\\d+ .+", [](auto& w) { return operate(w, 2, L"C:\\t\\*.txt"); }},
-    {"move", L"0 -?\\d+ .+", [](auto& w) { return operate(w, 1, L"C:\\t\\b.txt"); }},
-    {"ShowErrorMsg", L"",
-     [](auto& w) { return ShowErrorMsg(w.rt, w.error, L"O", {}, true), w.error.source; }},
-    {"AskErrorMsg", L"0", [](auto& w) { return text(AskErrorMsg(w.rt, w.error, L"Ort", {})); }},
-    {"GetPCName", L"", [](auto& w) { return GetPCName(w.rt); }},
-    {"GetLoginName", L"", [](auto& w) { return GetLoginName(w.rt); }},
-    {"GetWinDir", L"", [](auto& w) { return GetWinDir(w.rt); }},
-    {"GetWindowsFolder", L"\\\\", [](auto& w) { return GetWindowsFolder(w.rt); }},
-    {"ToVal", L"\\d[\\d.]*", [](auto& w) { return shown(ToVal(w.rt, L"1.234,56")); }},
-    {"ToVal scientific", L"\\d[\\d.]*", [](auto& w) { return shown(ToVal(w.rt, L"1,5E-3")); }},
-    {"RoundValue", L"\\d[\\d.]*", [](auto& w) { return shown(RoundValue(w.rt, w.value, 2, w.flag)); }},
-    {"CountOccurrences", L"0", [](auto& w) { return text(CountOccurrences(w.rt, 1.5, L",")); }},
-    {"PadLeft", L"..1\\.5", [](auto& w) { return PadLeft(w.rt, 1.5, 5, L".", false); }},
-    {"SplitPath", L"(C:)?\\|.*\\|x",
-     [](auto& w) { return SplitPath(w.rt, L"x", w.a, w.b, w.c), joined(w.a, w.b, w.c); }},
-    {"File_getLongPath", L"C:\\\\PROGRA~1\\\\TARVENIK\\\\x|C:\\\\Program Files\\\\TARVENIK\\\\",
-     [](auto& w) { return File_getLongPath(w.rt, L"C:\\PROGRA~1\\TARVENIK\\x"); }},
-    {"GetEnvValue", L"", [](auto& w) { return GetEnvValue(w.rt, L"TEMP"); }},
-    {"GetTempFolder", L"\\\\", [](auto& w) { return GetTempFolder(w.rt, true); }},
-    {"ProgramName", L"(C:.*)?(TarvService)?",
-     [](auto& w) { return ProgramFolder(w.rt) + ProgramName(w.rt); }},
-    {"programFile", L"C:\\\\t\\\\exakt\\.exe", [](auto& w) { return programFile(w.rt, L"C:\\t\\exakt"); }},
-    {"shellStart", L"2|3|5|18|740", [](auto& w) { return text(shellStart(w.rt, L"a", L"a", 1)); }},
-    {"StartExe", L"", [](auto& w) { return start(w, false, false); }},
-    {"StartExe direct", L"0", [](auto& w) { return start(w, false, true); }},
-    {"StartExe waiting", L"", [](auto& w) { return start(w, true, false); }},
-    {"GetDruckEXE", L"(P:\\\\)?(DotNet\\\\)?(kelvar6|Kelvar\\.Net)\\.exe",
-     [](auto& w) { return GetDruckEXE(w.rt); }},
-    {"GetEXEmitPfad", L"a\\.exe", [](auto& w) { return GetEXEmitPfad(w.rt, L"a.exe"); }},
-    {"GetProgVersion", L"2023", [](auto& w) { return std::wstring(untilNul(GetProgVersion(w.rt))); }},
-    {"Tarvwin_Eintrag", L"", [](auto& w) { return shown(Tarvwin_Eintrag(w.rt, L"SYS", L"Neu", 1)); }},
-    {"Tarvwin_Eintrag refused", L"",
-     [](auto& w) { return shown(Tarvwin_Eintrag(w.rt, L"SYS", L"N", Null{})); }},
-    {"Tarvwin_EintragSchreiben", L"-1",
-     [](auto& w) { return text(Tarvwin_EintragSchreiben(w.rt, L"SYS", L"Neu", 1)); }},
-    {"GetMachineDirectory", L"", [](auto& w) { return GetMachineDirectory(w.rt, L"Programm", false); }},
-    {"cls_PathDialog", L"\\\\1",
-     [](auto& w) { return w.dialog.StartPathDialog(), w.dialog.sDriveDir() + text(w.dialog.bCancel()); }},
-    {"Base64EncodeBytes", L"",
-     [](auto& w) { return Base64EncodeBytes(w.rt, w.bytes, w.bytes), text(w.bytes.bytes[0]); }},
-    {"ApplySkin", L"", [](auto& w) { return ApplySkin(w.rt, w.skin, {}, true, false, false), L""; }},
-    {"skinStyle", L"", [](auto& w) { return std::wstring(skinStyle(w.rt, L"P:\\", L"blue").file); }},
-    {"BuildInfoReport", L"",
-     [](auto& w) { return std::regex_replace(BuildInfoReport(w.rt), std::wregex(L": .*"), L""); }},
-    {"GetLocalIP", L"127\\.0\\.0\\.1", [](auto& w) { return GetLocalIP(w.rt); }},
-    {"GetOSFromWMI", L"W?", [](auto& w) { return GetOSFromWMI(w.rt, w.a, w.b), w.a; }},
-    {"ReadIniTree", L"[0-2]", [](auto& w) { return text(std::ssize(ReadIniTree(w.rt).groups)); }},
-    {"openServicesConsole", L"", [](auto& w) { return openServicesConsole(w.rt), L""; }},
-    {"startRemoteMaintenance", L"", [](auto& w) { return startRemoteMaintenance(w.rt), L""; }},
-    {"clsXML.Initialize", L"0", [](auto& w) { return text(clsXML(w.rt).Initialize(6)); }},
-    {"clsXML.OpenFromFile", L"0",
-     [](auto& w) { return text(clsXML(w.rt).OpenFromFile(L"C:\\t\\a.xml", true)); }},
-    {"clsXML through the scratch file", L"0",
-     [](auto& w) {
-         w.fake.xml.known = {L"Msxml.DOMDocument"};
-         w.fake.xml.accepts = [](bool isFile, auto) { return isFile; };
-         return text(clsXML(w.rt).OpenFromString(L"<r/>", true));
-     }},
-    withDocument("ReadNode", L"", [](auto& xml) { return xml.ReadNode(L"a"); }),
-    withDocument("ReadNodeXML", L"|raises (91|4711)", [](auto& xml) { return xml.ReadNodeXML(L"a"); }),
-    withDocument("XML", raises, [](auto& xml) { return xml.XML(); }),
-    withDocument("ReadAttribute", L"Empty", [](auto& xml) { return shown(xml.ReadAttribute(L"a", L"k")); }),
-    withDocument("WriteAttribute", L"0", [](auto& xml) { return xml.WriteAttribute(L"a", L"k", 1); }),
-    withDocument("NodeCount", L"0", [](auto& xml) { return xml.NodeCount(L"a"); }),
-    withDocument("Save", L"raises (91|4711|-2147024\\d+)",
-                 [](auto& xml) { return xml.Save(L"C:\\t\\a.xml"); }),
-    withDocument("DeleteNode", L"", [](auto& xml) { return xml.DeleteNode(L"a"); }),
-    withDocument("MakeNode", raises,
-                 [](auto& xml) { return xml.MakeNode(L"a", L"b", L"t", L"k", 1, L"l", 2); }),
-    withDocument("DeleteAttribute", raises, [](auto& xml) { return xml.DeleteAttribute(L"a", L"k"); }),
-    withDocument("GetColorValue", raises, [](auto& xml) { return xml.GetColorValue(L"a"); }),
-    withDocument("SetColorValue", L"0", [](auto& xml) { return xml.SetColorValue(L"a", 1, 2, 3); }),
-    withDocument("InsertNode beside", L"0", [](auto& xml) { return xml.InsertNode(L"a", L"b", 0); }),
-    withDocument("InsertNode", L"0", [](auto& xml) { return xml.InsertNode(L"a", L"b", 1, L"t", L"k", 1); }),
-};
-
-/// What the functions answer when they fail.
-std::vector<SystemCode> failuresOf(const std::string& function) {
-    if (function == "XmlParsers.create")
-        return {429, 70};
-    if (function.starts_with("Xml"))
-        return {4711};
-    if (function == "ShellOperations.fileOperation")
-        return {0, 7, 1026};
-    if (function == "Processes.create" || function.ends_with("earch.next") || function.ends_with(".search"))
-        return {2, 3, 5, 18, 740};
-    return function.starts_with("FileStore") ? std::vector<SystemCode>{2, 5, 32} : std::vector<SystemCode>{5};
-}
-
 std::wstring outcome(const Routine& routine, Workstation& w) {
     const int objects = w.fake.automation.state.objects;
     w.fake.faults.stepsLeft = 50'000;
@@ -241,7 +17,7 @@ std::wstring outcome(const Routine& routine, Workstation& w) {
     try {
         answer = routine.run(w);
     } catch (const RuntimeError& error) {
-        answer = L"raises " + text(error.record().number);
+        answer = L"raises " + std::to_wstring(error.record().number);
     } catch (const std::exception& error) {
         ADD_FAILURE() << error.what();
     }
@@ -252,7 +28,7 @@ std::wstring outcome(const Routine& routine, Workstation& w) {
 
 TEST(FaultMatrix, EveryRoutineSurvivesEveryFailureOfTheBorder) {
     int cases = 0;
-    for (const Routine& routine : routines) {
+    for (const Routine& routine : allRoutines()) {
         Workstation healthy;
         const auto before = healthy.files();
         const std::wstring ordinary = outcome(routine, healthy);
@@ -288,12 +64,12 @@ TEST(FaultMatrix, EveryRoutineSurvivesEveryFailureOfTheBorder) {
                     ++cases;
                 }
     }
-    std::cout << "FaultMatrix: " << cases << " cases (routine, function, failure) of " << std::size(routines)
+    std::cout << "FaultMatrix: " << cases << " cases (routine, function, failure) of " << allRoutines().size()
               << " routines\n";
 }
 
 TEST(FaultMatrix, MembersOfXmlDocumentsMissTheirNodes) {
-    for (const Routine& routine : routines)
+    for (const Routine& routine : allRoutines())
         for (const bool withoutRoot : {false, true}) {
             Workstation w;
             (withoutRoot ? w.fake.xml.hasDocumentElement : w.fake.xml.hasNodes) = false;
