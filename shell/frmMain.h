@@ -14,8 +14,7 @@ public:
     /// Creates the window, still hidden.
     explicit frmMain(Runtime& rt);
 
-    /// The whole start-up: skin, picture, place on the screen, version label. Raises RuntimeError when the
-    /// version cannot be read.
+    /// The whole start-up: skin, picture, place on the screen, version label.
     void load();
 
     void show(int showCommand);

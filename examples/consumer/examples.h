@@ -21,6 +21,7 @@ void fileOperation(tarv::Runtime& rt, const std::wstring& folder);
 void folderDialog(tarv::Runtime& rt);
 void numbers(tarv::Runtime& rt);
 void paths(tarv::Runtime& rt);
+void scripted();
 void skins(tarv::Runtime& rt);
 void starter(tarv::Runtime& rt);
 void trace(tarv::Runtime& rt, const std::wstring& folder);

@@ -52,6 +52,7 @@ int wmain(int count, wchar_t** arguments) {
         skins(rt);
         folderDialog(rt);
         xml(rt, folder);
+        scripted();
     } catch (const tarv::RuntimeError& error) {
         print(L"Fehler " + std::to_wstring(error.record().number) + L": " + error.record().description);
         return 1;

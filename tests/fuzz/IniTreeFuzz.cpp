@@ -2,7 +2,7 @@
 // was there before, the marked groups without entries.
 #include "infocenter/IniTree.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "tests/support/FakePlatform.h"
+#include "scripted/FakePlatform.h"
 
 #include <set>
 

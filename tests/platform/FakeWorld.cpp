@@ -1,5 +1,5 @@
 #include "tests/support/ContractWorld.h"
-#include "tests/support/FakePlatform.h"
+#include "scripted/FakePlatform.h"
 
 namespace tarv {
 namespace {

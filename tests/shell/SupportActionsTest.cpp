@@ -1,7 +1,7 @@
 #include "shell/SupportActions.h"
 
 #include "runtime/Funktionen32/Texts.h"
-#include "tests/support/FakePlatform.h"
+#include "tests/support/Scripted.h"
 
 namespace tarv {
 namespace {

@@ -5,7 +5,7 @@
 #include "runtime/cls_PathDialog.h"
 #include "runtime/modBase64.h"
 #include "runtime/modSkinOnly.h"
-#include "tests/support/FakePlatform.h"
+#include "scripted/FakePlatform.h"
 
 #include <functional>
 #include <map>

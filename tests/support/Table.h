@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/FakePlatform.h"
+#include "tests/support/Scripted.h"
 
 #include <functional>
 #include <string>

@@ -6,7 +6,7 @@
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "tests/support/ContractWorld.h"
-#include "tests/support/FakePlatform.h"
+#include "scripted/FakePlatform.h"
 #include "tests/windows/User.h"
 
 #include <filesystem>

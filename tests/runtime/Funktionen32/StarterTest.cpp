@@ -2,7 +2,7 @@
 
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ExternalProgram.h"
-#include "tests/support/FakePlatform.h"
+#include "tests/support/Scripted.h"
 
 namespace tarv {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/support/FakeDisk.h"
+#include "scripted/FakeDisk.h"
 
 namespace tarv {
 namespace {

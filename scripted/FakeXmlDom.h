@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/XmlDom.h"
-#include "tests/support/FakeDisk.h"
+#include "scripted/FakeDisk.h"
 
 #include <functional>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "platform/FileStore.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "tests/support/FaultPlan.h"
+#include "scripted/FaultPlan.h"
 
 #include <map>
 #include <string>

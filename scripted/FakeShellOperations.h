@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ShellOperations.h"
-#include "tests/support/FaultPlan.h"
+#include "scripted/FaultPlan.h"
 
 #include <functional>
 #include <vector>

@@ -1,18 +1,17 @@
 #pragma once
 
 #include "platform/Processes.h"
-#include "tests/support/FaultPlan.h"
-
-#include <gtest/gtest.h>
+#include "scripted/FaultPlan.h"
 
 #include <functional>
 #include <set>
+#include <stdexcept>
 #include <vector>
 
 namespace tarv {
 
 /// Records what would be started. Every start that is not planned to fail succeeds and opens two handles;
-/// closing a handle that is not open fails the running test.
+/// closing a handle that is not open throws a logic_error.
 struct FakeProcesses : Processes, Planned {
     using Planned::Planned;
 
@@ -43,7 +42,8 @@ struct FakeProcesses : Processes, Planned {
         return fails ? wait_result::failed : nextOf(waits, wait_result::signaled);
     }
     void close(KernelHandle handle) override {
-        EXPECT_EQ(open.erase(handle), 1u) << "closes a handle that is not open";
+        if (open.erase(handle) == 0)
+            throw std::logic_error("closes a handle that is not open");
     }
 
     std::vector<ProcessRequest> created;

@@ -6,7 +6,7 @@
 #include "platform/OwnProgram.h"
 #include "platform/RegionalSettings.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "tests/support/FaultPlan.h"
+#include "scripted/FaultPlan.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,6 +1,6 @@
-#include "tests/support/FakeProfileFiles.h"
+#include "scripted/FakeProfileFiles.h"
 
-#include "tests/support/FakeSystem.h"
+#include "scripted/FakeSystem.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ProfileFiles.h"
-#include "tests/support/FakeDisk.h"
+#include "scripted/FakeDisk.h"
 
 namespace tarv {
 

@@ -1,4 +1,4 @@
-#include "tests/support/FakeXmlDom.h"
+#include "scripted/FakeXmlDom.h"
 
 #include <algorithm>
 

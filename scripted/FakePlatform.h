@@ -2,15 +2,13 @@
 
 #include "platform/Platform.h"
 #include "runtime/Runtime.h"
-#include "tests/support/FakeAutomation.h"
-#include "tests/support/FakeDesktop.h"
-#include "tests/support/FakeProcesses.h"
-#include "tests/support/FakeProfileFiles.h"
-#include "tests/support/FakeShellOperations.h"
-#include "tests/support/FakeSystem.h"
-#include "tests/support/FakeXmlDom.h"
-
-#include <gtest/gtest.h>
+#include "scripted/FakeAutomation.h"
+#include "scripted/FakeDesktop.h"
+#include "scripted/FakeProcesses.h"
+#include "scripted/FakeProfileFiles.h"
+#include "scripted/FakeShellOperations.h"
+#include "scripted/FakeSystem.h"
+#include "scripted/FakeXmlDom.h"
 
 namespace tarv {
 
@@ -45,8 +43,5 @@ struct World {
     FakePlatform fake;
     Runtime rt{fake.border};
 };
-
-/// A test over the scripted border.
-struct Scripted : testing::Test, World {};
 
 } // namespace tarv
