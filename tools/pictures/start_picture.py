@@ -185,7 +185,7 @@ def lattice(a, b, c, d, fields, colour, width):
 def crane():
     parts = []
     mast_left, mast_right, turn = 1690, 1734, 236
-    jib, base = 204, 1012
+    jib, base = 204, 985
     parts += lattice((mast_left, base), (mast_left, turn), (mast_right, base), (mast_right, turn), 17, AMBER, 6)
     # Slewing ring, cabin, tower head.
     parts.append(rect(mast_left - 10, turn - 12, mast_right - mast_left + 20, 16, AMBER_DARK))
