@@ -11,6 +11,8 @@
 namespace tarv::ui {
 namespace {
 
+constexpr UINT largeIconMessage = WM_APP;
+
 HINSTANCE program() {
     return GetModuleHandleW(nullptr);
 }
@@ -57,8 +59,13 @@ void Window::create(WindowDescription description) {
     minimumClient_ = description.minimumClient;
     iconResource_ = description.iconResource;
     uiThread().windows.push_back(this);
+    // Most often the window lies on the primary screen, and then has its size from the beginning.
+    dpi_ = primaryScreenDpi();
+    const SIZE first =
+        outerSize({pixels(description.client.width), pixels(description.client.height)}, description.style,
+                  description.extendedStyle, description.menu != nullptr, dpi_);
     if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
-                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
+                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy, nullptr,
                          description.menu.get(), program(), this)) {
         std::erase(uiThread().windows, this);
         throw std::bad_alloc();
@@ -66,9 +73,13 @@ void Window::create(WindowDescription description) {
     static_cast<void>(description.menu.release()); // the window destroys its menu
     dpi_ = dpiOf(handle_);
     renewFont();
-    loadIcons();
-    const SIZE outer = outerSizeFor(description.client);
-    SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    showSmallIcon();
+    // Only the taskbar and the task switcher show it: it can wait until the window is there.
+    PostMessageW(handle_, largeIconMessage, 0, 0);
+    if (dpi_ != primaryScreenDpi()) {
+        const SIZE outer = outerSizeFor(description.client);
+        SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
 }
 
 HWND Window::addControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD extendedStyle,
@@ -137,16 +148,21 @@ SIZE Window::outerSizeFor(TwipsSize client) const {
                      dpi_);
 }
 
-void Window::loadIcons() {
+void Window::showIcon(WPARAM kind, int metric, Icon& icon) {
     if (iconResource_ == 0) {
         return;
     }
-    Icon big(loadIcon(iconResource_, SM_CXICON, dpi_));
-    Icon small(loadIcon(iconResource_, SM_CXSMICON, dpi_));
-    SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
-    SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
-    bigIcon_ = std::move(big);
-    smallIcon_ = std::move(small);
+    Icon fresh(loadIcon(iconResource_, metric, dpi_));
+    SendMessageW(handle_, WM_SETICON, kind, reinterpret_cast<LPARAM>(fresh.get()));
+    icon = std::move(fresh);
+}
+
+void Window::showSmallIcon() {
+    showIcon(ICON_SMALL, SM_CXSMICON, smallIcon_);
+}
+
+void Window::showLargeIcon() {
+    showIcon(ICON_BIG, SM_CXICON, bigIcon_);
 }
 
 void Window::renewFont() {
@@ -161,7 +177,8 @@ void Window::renewFont() {
 void Window::changeDpi(int dpi, const RECT& suggested) {
     dpi_ = dpi;
     renewFont();
-    loadIcons();
+    showSmallIcon();
+    showLargeIcon();
     applyDpi();
     SetWindowPos(handle_, nullptr, suggested.left, suggested.top, sizeOf(suggested).cx, sizeOf(suggested).cy,
                  SWP_NOZORDER | SWP_NOACTIVATE);
@@ -193,6 +210,9 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_CLOSE:
         close();
+        return 0;
+    case largeIconMessage:
+        showLargeIcon();
         return 0;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {

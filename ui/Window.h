@@ -91,7 +91,9 @@ private:
     void renewFont();
     void restoreFocus();
     SIZE outerSizeFor(TwipsSize client) const;
-    void loadIcons();
+    void showIcon(WPARAM kind, int metric, Icon& icon);
+    void showSmallIcon();
+    void showLargeIcon();
 
     HWND handle_ = nullptr;
     int dpi_ = standardDpi;
