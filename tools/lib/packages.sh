@@ -2,7 +2,7 @@
 
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
 wine_packages=(wine wine64 xvfb xauth fonts-liberation)
-test_packages=(googletest clang libclang-rt-dev python3)
+test_packages=(googletest clang libclang-rt-dev python3 python3-pefile)
 wine32_packages=(debootstrap util-linux)
 picture_packages=(imagemagick)
 packaging_packages=(wixl msitools faketime zip)

@@ -1,6 +1,5 @@
-// tarv_show PROGRAM FOLDER: starts the program, opens its info centre, prints report and tree, saves pictures
-// of the windows into FOLDER, and ends the program. The last line is "show complete" when all of it went
-// well.
+// tarv_show PROGRAM FOLDER: starts the program, opens all its windows, prints report and tree, saves pictures of
+// the chief ones into FOLDER, and ends the program. The last line is "show complete" when all of it went well.
 
 #include "app/resource.h"
 #include "tools/driver/ProgramDriver.h"
@@ -48,6 +47,14 @@ int wmain(int count, wchar_t** arguments) {
           ProgramDriver::text(GetDlgItem(mainWindow, ID_lblVersion)) + L"\n\n");
     if (!ProgramDriver::savePicture(mainWindow, folder + L"frmMain.bmp")) {
         return fail(L"the picture of the main window cannot be written");
+    }
+
+    // The entry is hidden, its command is not.
+    program.command(mainWindow, ID_mnuSupportIPAdresse);
+    const HWND address = program.window(L"frmLokaleIP");
+    program.command(address, ID_cmdClose);
+    if (!address || !program.gone(address)) {
+        return fail(L"the address window does not open and close");
     }
 
     program.command(mainWindow, ID_mnuInfo);
