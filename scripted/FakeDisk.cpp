@@ -97,8 +97,9 @@ std::wstring FakeDisk::key(std::wstring_view path) const {
 std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern) {
     auto search = std::make_unique<FakeSearch>(faults_, openSearches);
     const auto failure = faults_.enter("FileStore.search");
-    const std::wstring above = disk_.key(pattern.substr(0, pattern.rfind(L'\\') + 1));
-    std::wstring wanted = disk_.key(pattern).substr(above.size());
+    const auto name = pattern.find_last_of(L"\\:") + 1;
+    const std::wstring above = disk_.key(pattern.substr(0, name));
+    std::wstring wanted = disk_.key(above + std::wstring(pattern.substr(name))).substr(above.size());
     wanted.resize(std::max<std::size_t>(wanted.size(), 1) - 1);
     if (failure || !disk_.exists(above)) {
         search->end = failure.value_or(system_code::pathNotFound);

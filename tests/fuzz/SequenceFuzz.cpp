@@ -4,6 +4,8 @@
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/support/Routines.h"
 
+#include <gtest/gtest.h>
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace tarv;
     testing::FLAGS_gtest_throw_on_failure = true; // what a fake notices ends the program, too
