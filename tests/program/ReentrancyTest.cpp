@@ -178,8 +178,12 @@ TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
             const ULONGLONG begin = GetTickCount64();
             wait.run(rt);
             EXPECT_TRUE(ends || GetTickCount64() - begin >= wait.least);
-            EXPECT_EQ(window.alive(), !ends);
-            window.close();
+            // On a busy machine a child may be gone before the first look at the messages: what ends the
+            // program then does so in the message loop.
+            if (!ends) {
+                EXPECT_TRUE(window.alive());
+                window.close();
+            }
             ui::runMessageLoop();
             EXPECT_FALSE(window.alive());
         }
