@@ -10,13 +10,20 @@ namespace tarv {
 using SystemCode = std::uint32_t;
 
 namespace system_code {
+inline constexpr SystemCode invalidFunction = 1;
 inline constexpr SystemCode fileNotFound = 2;
 inline constexpr SystemCode pathNotFound = 3;
 inline constexpr SystemCode accessDenied = 5;
 inline constexpr SystemCode invalidHandle = 6;
 inline constexpr SystemCode noMoreFiles = 18;
 inline constexpr SystemCode sharingViolation = 32;
+inline constexpr SystemCode lockViolation = 33;
+inline constexpr SystemCode notSupported = 50;
+inline constexpr SystemCode invalidParameter = 87;
 inline constexpr SystemCode elevationRequired = 740;
+inline constexpr SystemCode unableToRemoveReplaced = 1175;
+inline constexpr SystemCode unableToMoveReplacement = 1176;
+inline constexpr SystemCode unableToMoveReplacement2 = 1177;
 } // namespace system_code
 
 template <class E>

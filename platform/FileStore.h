@@ -57,9 +57,15 @@ public:
 
     virtual SystemCode remove(std::wstring_view path) = 0;
 
-    /// Puts the file `by` in the place of `path` in one step: nobody ever finds half a file there. An existing
-    /// file hands on its attributes and access rights. After a failure both are as they were.
+    /// Puts the file `by` in the place of the file `path`: nobody ever finds half a file there. `path` hands
+    /// on its attributes and access rights; a read-only one is refused. After a failure both are as they
+    /// were, but after 1176 and 1177 nothing lies under `path` (ReplaceFile without a backup name: after 1176
+    /// the old file is gone, after 1177 it has some other name); `by` is then whole under its own name.
     virtual SystemCode replace(std::wstring_view path, std::wstring_view by) = 0;
+
+    /// Gives the file `from` the name `to` on the same volume. A file of that name goes, unless it is
+    /// read-only, and hands on nothing.
+    virtual SystemCode moveOver(std::wstring_view from, std::wstring_view to) = 0;
 
     /// Without a trailing "\" unless it is a drive root.
     virtual std::wstring currentDirectory() = 0;

@@ -74,8 +74,6 @@ public:
     virtual Automated<XmlParseError> parseError() = 0;
 
     virtual Automated<std::wstring> xml() = 0;
-    /// What stands in the XML declaration, for instance: version="1.0" encoding="UTF-8". Empty without one.
-    virtual Automated<std::wstring> declaration() = 0;
     virtual Automated<XmlNodeRef> documentElement() = 0;
     virtual Automated<XmlNodeRef> createElement(std::wstring_view name) = 0;
     virtual Automated<Empty> save(std::wstring_view path) = 0;

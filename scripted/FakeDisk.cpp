@@ -132,12 +132,32 @@ SystemCode FakeFileStore::remove(std::wstring_view path) {
 }
 
 SystemCode FakeFileStore::replace(std::wstring_view path, std::wstring_view by) {
-    SystemCode code = failure("FileStore.replace", by);
-    if (code == 0 && (code = disk_.refusal(path)) == 0) {
-        disk_.addFile(path, disk_.bytes(by));
-        disk_.remove(by);
-    }
-    return code;
+    const SystemCode planned = failure("FileStore.replace", by);
+    const bool renamed = planned == system_code::unableToMoveReplacement2;
+    const bool displaces = renamed || planned == system_code::unableToMoveReplacement;
+    SystemCode code = planned != 0 && !displaces ? planned : disk_.missing(path);
+    if (code == 0)
+        code = disk_.refusal(path);
+    if (code != 0)
+        return code;
+    if (renamed)
+        disk_.addFile(std::wstring(path) + L"~RF.TMP", disk_.bytes(path));
+    if (displaces)
+        disk_.remove(path);
+    return displaces ? planned : moveInto(path, by);
+}
+
+SystemCode FakeFileStore::moveOver(std::wstring_view from, std::wstring_view to) {
+    SystemCode code = failure("FileStore.moveOver", from);
+    if (code == 0)
+        code = disk_.refusal(to);
+    return code == 0 ? moveInto(to, from) : code;
+}
+
+SystemCode FakeFileStore::moveInto(std::wstring_view path, std::wstring_view by) {
+    disk_.addFile(path, disk_.bytes(by));
+    disk_.remove(by);
+    return 0;
 }
 
 } // namespace tarv

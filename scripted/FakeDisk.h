@@ -80,7 +80,9 @@ public:
         return write("FileStore.overwrite", path, std::string(bytes));
     }
     SystemCode remove(std::wstring_view path) override;
+    /// Planned failures 1176 and 1177 take their effect: the old file is gone or has another name.
     SystemCode replace(std::wstring_view path, std::wstring_view by) override;
+    SystemCode moveOver(std::wstring_view from, std::wstring_view to) override;
     std::wstring currentDirectory() override {
         return faults_.value("FileStore.currentDirectory", disk_.currentDirectory);
     }
@@ -93,6 +95,7 @@ private:
         return faults_.enter(function).value_or(disk_.missing(path));
     }
     SystemCode write(const char* function, std::wstring_view path, std::string bytes);
+    SystemCode moveInto(std::wstring_view path, std::wstring_view by);
 
     FakeDisk& disk_;
 };

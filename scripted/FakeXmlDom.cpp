@@ -92,7 +92,6 @@ struct FakeDocument : XmlDocument, FakeXmlPart {
         return answer("XmlDocument.parseError", parsers_.error);
     }
     Text xml() override { return answer("XmlDocument.xml", parsers_.content); }
-    Text declaration() override { return answer("XmlDocument.declaration", parsers_.declaration); }
     Automated<XmlNodeRef> documentElement() override {
         return answer("XmlDocument.documentElement",
                       parsers_.hasDocumentElement ? node<FakeNode>() : nullptr);

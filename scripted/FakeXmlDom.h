@@ -24,7 +24,6 @@ public:
     bool hasNodes = true;
     /// The text of every element and of the document.
     std::wstring content;
-    std::wstring declaration;
     std::wstring nodeName = L"n";
     /// Creations, settings, loads and changes in order: "create Msxml.DOMDocument", "async 0", "load
     /// C:\a.xml", "appendChild"; what failed does not stand here, apart from creations and loads.

@@ -25,11 +25,6 @@ std::array<std::wstring_view, 3> threeParts(std::wstring_view text) {
     return parts;
 }
 
-/// The default rounding of the processor: half to even.
-double component(std::wstring_view text) {
-    return std::nearbyint(readNumber(text));
-}
-
 } // namespace
 
 std::wstring colorText(std::int16_t red, std::int16_t green, std::int16_t blue) {
@@ -41,7 +36,8 @@ std::int32_t colorValue(std::wstring_view text) {
     auto [red, green, blue] = threeParts(text);
     red.remove_prefix(red.empty() ? 0 : 1);
     blue.remove_suffix(blue.empty() ? 0 : 1);
-    const double sum = component(red) + 256 * component(green) + 65536 * component(blue);
+    // The default rounding of the processor: half to even.
+    const double sum = std::nearbyint(readNumber(red) + 256 * readNumber(green) + 65536 * readNumber(blue));
     using Limits = std::numeric_limits<std::int32_t>;
     if (!(sum >= Limits::min() && sum <= Limits::max()))
         raiseXmlError(error_number::overflow);

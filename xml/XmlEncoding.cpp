@@ -90,20 +90,24 @@ constexpr std::array encodings{
     Encoding{L"windows-1252", "", addWindows1252},
 };
 
-std::optional<std::string> encoded(std::wstring_view xml, bool references) {
+/// Null for an encoding that is not known here.
+const Encoding* encodingOf(std::wstring_view xml) {
     const std::wstring declared = declaredEncoding(xml);
-    const auto* encoding =
-        declared.empty() ? encodings.begin() : std::ranges::find(encodings, declared, &Encoding::name);
-    if (encoding == encodings.end())
-        return std::nullopt;
-    std::string bytes(encoding->mark);
+    if (declared.empty())
+        return &encodings.front();
+    const auto found = std::ranges::find(encodings, declared, &Encoding::name);
+    return found == encodings.end() ? nullptr : &*found;
+}
+
+std::optional<std::string> encoded(std::wstring_view xml, const Encoding& encoding, bool references) {
+    std::string bytes(encoding.mark);
     bytes.reserve(xml.size() + xml.size() / 8);
     while (!xml.empty()) {
         const auto code = nextCharacter(xml);
         if (!code)
             return std::nullopt;
         const std::size_t before = bytes.size();
-        if (encoding->add(bytes, *code))
+        if (encoding.add(bytes, *code))
             continue;
         if (!references)
             return std::nullopt;
@@ -135,12 +139,18 @@ std::wstring declaredEncoding(std::wstring_view xml) {
     return end == rest.npos ? std::wstring() : lowerCase(rest.substr(1, end - 1));
 }
 
+bool knowsEncodingOf(std::wstring_view xml) {
+    return encodingOf(xml) != nullptr;
+}
+
 std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
-    return encoded(xml, false);
+    const Encoding* known = encodingOf(xml);
+    return encoded(xml, known != nullptr ? *known : Encoding{L"", "", addAscii}, false);
 }
 
 std::optional<std::string> encodedWithReferences(std::wstring_view xml) {
-    return encoded(xml, true);
+    const Encoding* known = encodingOf(xml);
+    return known != nullptr ? encoded(xml, *known, true) : std::nullopt;
 }
 
 } // namespace tarv

@@ -71,8 +71,9 @@ XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::ws
     } else if (showErrors) {
         XmlParseError reason;
         reason.code = bytes ? static_cast<std::int32_t>(0x80070000 | code) : encodingSwitchRefused;
-        reason.reason = bytes ? L"Die Hilfsdatei kann nicht geschrieben werden.\r\n"
-                              : L"Der Text passt nicht in die Kodierung, die er nennt.\r\n";
+        reason.reason = bytes                  ? L"Die Hilfsdatei kann nicht geschrieben werden.\r\n"
+                        : knowsEncodingOf(xml) ? L"Der Text passt nicht in die Kodierung, die er nennt.\r\n"
+                                               : L"Die Kodierung, die der Text nennt, ist unbekannt.\r\n";
         showParseError(rt, reason, path);
     }
     files.remove(path);

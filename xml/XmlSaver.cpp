@@ -1,10 +1,16 @@
 #include "xml/XmlSaver.h"
 
+#include "platform/Desktop.h"
+#include "platform/FileStore.h"
+#include "platform/Platform.h"
 #include "xml/XmlEncoding.h"
 #include "xml/XmlFailure.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tarv {
 namespace {
@@ -18,40 +24,88 @@ std::wstring neighbour(FileStore& files, std::wstring_view file) {
     return name;
 }
 
+ErrorRecord errorRecord(std::int32_t number, std::wstring description) {
+    return {number, std::move(description), L"clsXML"};
+}
+
 /// The bytes of a document that its component would not save as declared; nothing where it does so itself.
 ///
 /// Not every component converts to the encoding that the declaration names: some write UTF-8 under it. Those
 /// tell the encoding in the document's text too, while the others, whose text knows none, leave it out there.
 std::optional<std::string> convertedHere(XmlDocument& document) {
-    const std::wstring encoding = declaredEncoding(document.declaration().valueOr(L""));
+    const std::wstring text = valueOrRaise(document.xml());
+    const std::wstring encoding = declaredEncoding(text);
     if (encoding.empty() || encoding == L"utf-8")
         return std::nullopt;
-    const std::wstring text = valueOrRaise(document.xml());
-    return declaredEncoding(text).empty() ? std::nullopt : encodedWithReferences(text);
+    auto bytes = encodedWithReferences(text);
+    if (!bytes)
+        // The component's own number for an encoding that the system does not know.
+        throw RuntimeError(errorRecord(static_cast<std::int32_t>(0xC00CE56E),
+                                       L"Das Dokument kann in der Kodierung \"" + encoding +
+                                           L"\" nicht gespeichert werden."));
+    return bytes;
 }
 
 ErrorRecord cannotWrite(SystemCode code, std::wstring_view file) {
     // The number that the component itself gives for this system code.
-    return {static_cast<std::int32_t>(0x80070000 | code),
-            L"Die Datei \"" + std::wstring(file) + L"\" kann nicht geschrieben werden.", L"clsXML"};
+    return errorRecord(static_cast<std::int32_t>(0x80070000 | code),
+                       L"Die Datei \"" + std::wstring(file) + L"\" kann nicht geschrieben werden.");
+}
+
+bool isOneOf(SystemCode code, std::initializer_list<SystemCode> codes) {
+    return std::ranges::find(codes, code) != codes.end();
+}
+
+/// Gives `fresh` the name `file`. Scanners and synchronisers open fresh files for moments, and a file that
+/// somebody has open cannot be put in another's place: it is tried for half a second. An attempt that took
+/// the old file away and failed then is completed by the next one, which finds none.
+SystemCode putInPlace(Platform& platform, std::wstring_view file, std::wstring_view fresh) {
+    using namespace system_code;
+    constexpr int attempts = 50;
+    constexpr std::uint32_t pause = 10;
+    constexpr auto fixed = attribute::readOnly | attribute::directory;
+    for (int attempt = 1;; ++attempt) {
+        SystemCode code = platform.files.replace(file, fresh);
+        // There is nothing to replace, or the file system knows no replacing.
+        if (isOneOf(code, {fileNotFound, invalidFunction, notSupported, invalidParameter}))
+            code = platform.files.moveOver(fresh, file);
+        const bool mayPass =
+            isOneOf(code, {accessDenied, sharingViolation, lockViolation, unableToRemoveReplaced,
+                           unableToMoveReplacement, unableToMoveReplacement2}) &&
+            (platform.files.attributes(file).valueOr(0) & fixed) == 0;
+        if (!mayPass || attempt == attempts)
+            return code;
+        platform.desktop.sleep(pause);
+    }
 }
 
 } // namespace
 
-void saveInPlace(XmlDocument& document, FileStore& files, std::wstring_view file) {
+void saveInPlace(XmlDocument& document, Platform& platform, std::wstring_view file) {
+    FileStore& files = platform.files;
+    if (file.empty())
+        throw RuntimeError(cannotWrite(system_code::pathNotFound, file));
+    const auto bytes = convertedHere(document);
     const std::wstring fresh = neighbour(files, file);
-    std::optional<ErrorRecord> failure;
-    SystemCode code = 0;
-    if (const auto bytes = convertedHere(document))
-        code = files.overwrite(fresh, *bytes);
-    else if (const auto saved = document.save(fresh); !saved)
-        failure = saved.error();
-    if (!failure && code == 0)
-        code = files.replace(file, fresh);
-    if (!failure && code == 0)
-        return;
+    std::optional<ErrorRecord> failed;
+    if (bytes) {
+        if (const SystemCode code = files.overwrite(fresh, *bytes); code != 0)
+            failed = cannotWrite(code, file);
+    } else if (const auto saved = document.save(fresh); !saved) {
+        failed = saved.error();
+    }
+    if (!failed) {
+        const SystemCode code = putInPlace(platform, file, fresh);
+        if (code == 0)
+            return;
+        failed = cannotWrite(code, file);
+        if (!files.attributes(file)) {
+            failed->description += L" Das Dokument liegt vollständig in \"" + fresh + L"\".";
+            throw RuntimeError(*failed);
+        }
+    }
     files.remove(fresh);
-    throw RuntimeError(failure ? *failure : cannotWrite(code, file));
+    throw RuntimeError(*failed);
 }
 
 } // namespace tarv

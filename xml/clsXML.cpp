@@ -11,8 +11,11 @@
 namespace tarv {
 namespace {
 
-bool given(const Value& value) {
-    return !std::holds_alternative<Missing>(value);
+/// An attribute whose name or value is empty counts as none.
+bool given(std::optional<std::wstring_view> name, const Value& value) {
+    const auto* text = std::get_if<std::wstring>(&value);
+    return name && !name->empty() && !std::holds_alternative<Missing>(value) &&
+           !std::holds_alternative<Empty>(value) && (text == nullptr || !text->empty());
 }
 
 bool fits(const Value& value) {
@@ -103,7 +106,7 @@ std::int32_t clsXML::NodeCount(std::wstring_view path) {
 }
 
 void clsXML::Save(std::wstring_view file) {
-    saveInPlace(document(), rt_.platform.files, file);
+    saveInPlace(document(), rt_.platform, file);
 }
 
 void clsXML::DeleteNode(std::wstring_view path) {
@@ -126,9 +129,9 @@ void clsXML::MakeNode(std::wstring_view path, std::wstring_view name, std::optio
         valueOrRaise(node->putText(*text));
     valueOrRaise(parent->appendChild(*node));
     const std::wstring address = std::wstring(path) + L"/" + std::wstring(name);
-    if (name1 && given(value1))
+    if (given(name1, value1))
         WriteAttribute(address, *name1, value1);
-    if (name2 && given(value2))
+    if (given(name2, value2))
         WriteAttribute(address, *name2, value2);
 }
 
@@ -157,7 +160,7 @@ bool clsXML::InsertNode(std::wstring_view path, std::wstring_view name, std::int
         auto above = parent->parentNode();
         parent = above ? std::move(*above) : nullptr;
     }
-    const bool withAttribute = attributeName && given(attributeValue);
+    const bool withAttribute = given(attributeName, attributeValue);
     const bool allowed = isXmlName(name) && (!text || isXmlText(*text)) &&
                          (!withAttribute || (isXmlName(*attributeName) && fits(attributeValue)));
     if (!parent || (mode != 0 && mode != 1) || !allowed || isDocument(*parent))

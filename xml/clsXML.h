@@ -43,17 +43,19 @@ public:
     /// Number of nodes that the path selects; 0 for a missing node.
     std::int32_t NodeCount(std::wstring_view path);
 
-    /// Saves the document. Raises without a document and when the file cannot be written; the file that was
-    /// there survives every failure: the new one is written beside it and takes its place when it is
-    /// complete.
+    /// Saves the document. Raises without a document, when its encoding is known neither here nor to the
+    /// component, and when the file cannot be written, after half a second where somebody has it open. The
+    /// file that was there survives every failure: the new one is written beside it and takes its place when
+    /// it is complete. Where the system loses the old file, the error names the new one.
     void Save(std::wstring_view file);
 
     /// Removes the node from its parent; does nothing for a missing node.
     void DeleteNode(std::wstring_view path);
 
     /// Appends a new element to the node at `path`, then writes the attributes that are given with name and
-    /// value by path + "/" + name: they go to the first child of that name, so an older one gets them when
-    /// there is one. Raises 91 for a missing node, 5 for a name or text that XML does not allow.
+    /// value, neither empty, by path + "/" + name: they go to the first child of that name, so an older one
+    /// gets them when there is one. Raises 91 for a missing node, 5 for a name or text that XML does not
+    /// allow.
     void MakeNode(std::wstring_view path, std::wstring_view name,
                   std::optional<std::wstring_view> text = std::nullopt,
                   std::optional<std::wstring_view> name1 = std::nullopt, const Value& value1 = Missing{},
@@ -80,7 +82,8 @@ public:
     bool WriteNode(std::wstring_view path, std::wstring_view value);
 
     /// Appends a new element to the parent of the node at `path` (mode 0) or to that node itself (mode 1).
-    /// The attribute is set when name and value are given. True when inserted; otherwise nothing has changed.
+    /// The attribute is set when name and value are given and not empty. True when inserted; otherwise
+    /// nothing has changed.
     bool InsertNode(std::wstring_view path, std::wstring_view name, std::int16_t mode,
                     std::optional<std::wstring_view> text = std::nullopt,
                     std::optional<std::wstring_view> attributeName = std::nullopt,

@@ -105,15 +105,16 @@ SystemCode WindowsFileStore::replace(std::wstring_view path, std::wstring_view b
         return ERROR_ACCESS_DENIED; // not every system refuses to put a file in the place of an empty folder
     }
     // Who may write the file need not be allowed to set its access rights: that alone must not fail.
-    if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                     nullptr)) {
-        return ERROR_SUCCESS;
-    }
-    const DWORD code = GetLastError();
-    if (code != ERROR_FILE_NOT_FOUND) {
-        return code;
-    }
-    return MoveFileExW(source.c_str(), target.c_str(), 0) ? ERROR_SUCCESS : GetLastError();
+    return ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                        nullptr)
+               ? ERROR_SUCCESS
+               : GetLastError();
+}
+
+SystemCode WindowsFileStore::moveOver(std::wstring_view from, std::wstring_view to) {
+    return MoveFileExW(toFileName(from).c_str(), toFileName(to).c_str(), MOVEFILE_REPLACE_EXISTING)
+               ? ERROR_SUCCESS
+               : GetLastError();
 }
 
 std::wstring WindowsFileStore::currentDirectory() {

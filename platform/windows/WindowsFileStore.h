@@ -13,6 +13,7 @@ public:
     SystemCode overwrite(std::wstring_view path, std::string_view bytes) override;
     SystemCode remove(std::wstring_view path) override;
     SystemCode replace(std::wstring_view path, std::wstring_view by) override;
+    SystemCode moveOver(std::wstring_view from, std::wstring_view to) override;
     std::wstring currentDirectory() override;
 };
 

@@ -205,7 +205,6 @@ public:
     Automated<bool> loadXml(std::wstring_view text) override;
     Automated<XmlParseError> parseError() override;
     Automated<std::wstring> xml() override;
-    Automated<std::wstring> declaration() override;
     Automated<XmlNodeRef> documentElement() override;
     Automated<XmlNodeRef> createElement(std::wstring_view name) override;
     Automated<Empty> save(std::wstring_view path) override;
@@ -267,28 +266,6 @@ Automated<XmlParseError> WindowsXmlDocument::parseError() {
 Automated<std::wstring> WindowsXmlDocument::xml() {
     ReceivedText text;
     if (const HRESULT result = document_->get_xml(text.receive()); FAILED(result)) {
-        return refused(result);
-    }
-    return text.copy();
-}
-
-Automated<std::wstring> WindowsXmlDocument::declaration() {
-    ComPtr<IXMLDOMNode> first;
-    DOMNodeType type = NODE_INVALID;
-    ReceivedText name;
-    ReceivedText text;
-    HRESULT result = document_->get_firstChild(first.receive());
-    if (FAILED(result) || !first) {
-        return SUCCEEDED(result) ? Automated<std::wstring>(std::wstring()) : refused(result);
-    }
-    // The declaration is kept as a processing instruction of this name, which no other can have.
-    first->get_nodeType(&type);
-    first->get_nodeName(name.receive());
-    if (type != NODE_PROCESSING_INSTRUCTION || name.copy() != L"xml") {
-        return std::wstring();
-    }
-    result = first->get_text(text.receive());
-    if (FAILED(result)) {
         return refused(result);
     }
     return text.copy();

@@ -33,6 +33,7 @@ struct FileStoreCase : ContractCase {
         const SystemCode code = routine == L"append"      ? files.append(file, "1")
                                 : routine == L"overwrite" ? files.overwrite(file, "1")
                                 : routine == L"replace"   ? files.replace(file, path(L"ohne"))
+                                : routine == L"moveOver"  ? files.moveOver(path(L"ohne"), file)
                                                           : files.remove(file);
         const bool isFolder = files.attributes(file).valueOr(0) & attribute::directory;
         const std::string bytes = isFolder ? "none" : world->bytes(file).value_or("none");
@@ -69,12 +70,16 @@ TEST_F(FileStoreContract, ReplacesInOneStepOrNotAtAll) {
         EXPECT_EQ(world->bytes(path(kept)), "abc") << kept;
     EXPECT_EQ(files.length(L"").error(), system_code::pathNotFound);
     EXPECT_FALSE(files.length(path(L"B.TXT\\")));
-    EXPECT_EQ(files.replace(path(L"new.txt"), path(L"ohne")), 0u);
-    EXPECT_EQ(world->bytes(path(L"ohne")), std::nullopt);
+    EXPECT_EQ(files.moveOver(path(L"none"), path(L"B.TXT")), system_code::fileNotFound);
+    EXPECT_EQ(files.replace(path(L"B.TXT"), path(L"ohne")), 0u);
+    EXPECT_EQ(files.moveOver(path(L"B.TXT"), path(L"new.txt")), 0u);
+    for (const wchar_t* moved : {L"ohne", L"B.TXT"})
+        EXPECT_EQ(world->bytes(path(moved)), std::nullopt) << moved;
 
     const std::wstring current = files.currentDirectory();
     EXPECT_TRUE(current.size() == 3 || !current.ends_with(L'\\'));
     EXPECT_EQ(files.overwrite(L"tarv_contract2.tmp", "1"), 0u);
+    EXPECT_EQ(files.overwrite(L"tarv_contract.tmp", "2"), 0u);
     EXPECT_EQ(files.replace(L"tarv_contract.tmp", L"tarv_contract2.tmp"), 0u) << "bare names";
     EXPECT_EQ(world->bytes(current + L"\\tarv_contract.tmp"), "1");
     EXPECT_EQ(files.remove(current + L"\\tarv_contract.tmp"), 0u);

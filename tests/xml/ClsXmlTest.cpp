@@ -68,10 +68,13 @@ struct ClsXml : Scripted {
         try {
             call();
         } catch (const RuntimeError& error) {
+            said = error.record().description;
             return error.record().number;
         }
         return 0;
     }
+    /// The description of what was raised last.
+    std::wstring said;
     std::wstring log() {
         std::wstring all;
         for (const std::wstring& line : std::exchange(fake.xml.log, {}))
@@ -159,6 +162,13 @@ TEST_F(ClsXml, ScratchFileHelpsTheOldParserOnly) {
         L" Fehler beim Laden von XML:\r\n" + std::wstring(scratch) +
         L"\r\n\r\n-2147024864\r\nDie Hilfsdatei kann nicht geschrieben werden.\r\nLine 0, Position 0\r\n"));
     EXPECT_NE(shownBoxes(*this).find(L"Der Text passt nicht in die Kodierung"), std::wstring::npos);
+    for (const wchar_t* character : {L"\u00e4", L"a"})
+        EXPECT_EQ(xml.OpenFromString(
+                      std::wstring(L"<?xml version='1.0' encoding='x-alt'?><r>") + character + L"</r>", true),
+                  *character == L'a');
+    EXPECT_EQ(written, "<?xml version='1.0' encoding='x-alt'?><r>a</r>") << "ASCII under any name";
+    EXPECT_NE(shownBoxes(*this).find(L"Die Kodierung, die der Text nennt, ist unbekannt."),
+              std::wstring::npos);
 }
 
 TEST_F(ClsXml, ChangesWhatXmlCanHoldAndNothingElse) {
@@ -171,6 +181,10 @@ TEST_F(ClsXml, ChangesWhatXmlCanHoldAndNothingElse) {
     EXPECT_TRUE(xml.InsertNode(L"a", L"b", 1, L"t", L"k", 1));
     EXPECT_EQ(log(), L"putText t;appendChild;setAttribute k;setAttribute l;appendChild;setAttribute l;"
                      L"putText t;setAttribute k;appendChild;");
+    xml.MakeNode(L"a", L"b", {}, L"", 1, L"l", std::wstring());
+    EXPECT_TRUE(xml.InsertNode(L"a", L"b", 1, {}, L"", 1) &&
+                xml.InsertNode(L"a", L"b", 1, {}, L"k", Empty{}));
+    EXPECT_EQ(log(), L"appendChild;appendChild;appendChild;") << "empty means not given";
     EXPECT_TRUE(xml.WriteNode(L"a", L"t") && xml.SetColorValue(L"a", 1, 2, 3));
     xml.DeleteNode(L"a");
     xml.DeleteAttribute(L"a", L"k");
@@ -215,9 +229,9 @@ TEST_F(ClsXml, SaveReplacesTheOldFileOnlyByACompleteOne) {
     fake.disk.addFile(L"C:\\a.xml", "<alt/>");
     fake.disk.addFile(L"C:\\a.xml.neu", "<fremd/>");
     fake.faults.fail("XmlDocument.save", 4711, 1, 1);
-    fake.faults.fail("FileStore.replace", system_code::accessDenied, 1, 1);
     EXPECT_EQ(raised([&] { xml.Save(L"C:\\a.xml"); }), 4711);
-    EXPECT_EQ(raised([&] { xml.Save(L"C:\\a.xml"); }), static_cast<std::int32_t>(0x80070005));
+    EXPECT_EQ(raised([&] { xml.Save(L""); }), static_cast<std::int32_t>(0x80070003));
+    EXPECT_FALSE(fake.disk.exists(L".neu"));
     EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), "<alt/>");
     xml.Save(L"C:\\a.xml");
     EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), "<neu/>");
@@ -225,17 +239,58 @@ TEST_F(ClsXml, SaveReplacesTheOldFileOnlyByACompleteOne) {
     EXPECT_FALSE(fake.disk.exists(L"C:\\a.xml.neu1"));
 
     const std::wstring latin = L"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><r>\u00e4\u20ac</r>";
-    const std::tuple<const wchar_t*, std::wstring, std::string> cases[] = {
-        {L"version=\"1.0\" encoding=\"UTF-8\"", L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>", "<neu/>"},
-        {L"version=\"1.0\" encoding=\"ISO-8859-1\"", L"<?xml version=\"1.0\"?><r/>", "<neu/>"},
-        {L"version=\"1.0\" encoding=\"ISO-8859-1\"", latin,
-         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><r>\xE4&#8364;</r>"}};
-    for (const auto& [declaration, text, saved] : cases) {
-        fake.xml.declaration = declaration;
+    const std::string saved = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><r>\xE4&#8364;</r>";
+    const std::pair<std::wstring, std::string> cases[] = {
+        {L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>", "<neu/>"},
+        {L"<?xml version=\"1.0\"?><r/>", "<neu/>"},
+        {latin, saved}};
+    for (const auto& [text, bytes] : cases) {
         fake.xml.content = text;
         xml.Save(L"C:\\a.xml");
-        EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), saved);
+        EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), bytes);
     }
+    fake.xml.content = L"<?xml version=\"1.0\" encoding=\"X-Alt\"?><r/>";
+    EXPECT_EQ(raised([&] { xml.Save(L"C:\\a.xml"); }), static_cast<std::int32_t>(0xC00CE56E));
+    EXPECT_NE(said.find(L"\"x-alt\""), std::wstring::npos);
+    EXPECT_EQ(fake.disk.bytes(L"C:\\a.xml"), saved) << "nothing is written";
+    EXPECT_FALSE(fake.disk.exists(L"C:\\a.xml.neu1"));
+}
+
+TEST_F(ClsXml, SaveLeavesAWholeFileUnderANameThatIsKnown) {
+    ASSERT_TRUE(xml.OpenFromString(L"<r/>", false));
+    constexpr int always = 1'000'000;
+    const struct {
+        SystemCode replace, move;
+        int failures;
+        const char *document, *beside;
+        std::size_t pauses;
+    } cases[] = {{5, 0, 1, "<neu/>", "(no file)", 1},           {32, 0, 3, "<neu/>", "(no file)", 3},
+                 {33, 0, 49, "<neu/>", "(no file)", 49},        {1175, 0, 1, "<neu/>", "(no file)", 1},
+                 {1176, 0, 1, "<neu/>", "(no file)", 1},        {1177, 0, 1, "<neu/>", "(no file)", 1},
+                 {1, 0, always, "<neu/>", "(no file)", 0},      {50, 0, always, "<neu/>", "(no file)", 0},
+                 {87, 0, always, "<neu/>", "(no file)", 0},     {32, 0, always, "<alt/>", "(no file)", 49},
+                 {53, 0, 1, "<alt/>", "(no file)", 0},          {50, 32, always, "<alt/>", "(no file)", 49},
+                 {1176, 32, always, "(no file)", "<neu/>", 49}, {1177, 5, always, "(no file)", "<neu/>", 49}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.replace);
+        fake.disk.remove(L"C:\\b.xml.neu");
+        fake.disk.addFile(L"C:\\b.xml", "<alt/>");
+        fake.desktop.sleeps.clear();
+        fake.faults.fail("FileStore.replace", each.replace, 1, each.failures);
+        fake.faults.fail("FileStore.moveOver", each.move, 1, each.move != 0 ? always : 0);
+        said.clear();
+        const bool saved = raised([&] { xml.Save(L"C:\\b.xml"); }) == 0;
+        EXPECT_EQ(fake.disk.bytes(L"C:\\b.xml"), each.document);
+        EXPECT_EQ(fake.disk.bytes(L"C:\\b.xml.neu"), each.beside);
+        EXPECT_EQ(saved, each.document == std::string("<neu/>"));
+        EXPECT_EQ(said.find(L"vollständig in \"C:\\b.xml.neu\"") != said.npos, each.beside[0] == '<');
+        EXPECT_EQ(fake.desktop.sleeps, std::vector<std::uint32_t>(each.pauses, 10));
+    }
+    fake.disk.addFile(L"C:\\r.xml", "<alt/>", attribute::readOnly);
+    fake.desktop.sleeps.clear();
+    fake.faults.fail("FileStore.replace", 0, 1, 0);
+    EXPECT_EQ(raised([&] { xml.Save(L"C:\\r.xml"); }), static_cast<std::int32_t>(0x80070005));
+    EXPECT_TRUE(fake.desktop.sleeps.empty()) << "what is read-only stays so";
 }
 
 } // namespace
