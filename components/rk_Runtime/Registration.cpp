@@ -34,6 +34,15 @@ LSTATUS setValue(HKEY root, const std::wstring& path, const wchar_t* name, const
                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
+/// True also when the key cannot be opened for another reason than that it is missing.
+bool exists(HKEY root, const std::wstring& path, REGSAM view = 0) {
+    HKEY opened = nullptr;
+    const LSTATUS status = RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE | view, &opened);
+    const Key key(opened);
+    return status != ERROR_FILE_NOT_FOUND;
+}
+
+/// Empty also when the value is not of the type that we write.
 std::wstring defaultValue(HKEY root, const std::wstring& path) {
     HKEY opened = nullptr;
     if (RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS)
@@ -49,15 +58,14 @@ std::wstring defaultValue(HKEY root, const std::wstring& path) {
     return text;
 }
 
-bool isOurClass(const std::wstring& id) {
-    CLSID parsed;
-    return SUCCEEDED(CLSIDFromString(id.c_str(), &parsed)) && IsEqualCLSID(parsed, classId());
+bool progIdIsOurs(HKEY root) {
+    CLSID id;
+    return SUCCEEDED(CLSIDFromString(defaultValue(root, progIdKey() + L"\\CLSID").c_str(), &id)) &&
+           IsEqualCLSID(id, classId());
 }
 
-/// What programs find under the programmatic identifier now, for this user or for all.
-bool progIdBelongsToAnother() {
-    const std::wstring id = defaultValue(HKEY_CLASSES_ROOT, std::wstring(errorDisplayProgId) + L"\\CLSID");
-    return !id.empty() && !isOurClass(id);
+bool progIdBelongsToAnother(HKEY root) {
+    return exists(root, progIdKey()) && !progIdIsOurs(root);
 }
 
 struct Entry {
@@ -75,8 +83,8 @@ LSTATUS enter(HKEY root, const std::wstring& libraryPath, bool withProgId) {
         {server, L"ThreadingModel", L"Apartment"},
     };
     const Entry ofProgId[] = {
+        {progIdKey() + L"\\CLSID", nullptr, std::wstring(errorDisplayClassId)}, // makes the key ours
         {progIdKey(), nullptr, description},
-        {progIdKey() + L"\\CLSID", nullptr, std::wstring(errorDisplayClassId)},
     };
     LSTATUS status = ERROR_SUCCESS;
     for (const Entry& entry : ofClass)
@@ -93,12 +101,30 @@ LSTATUS deleteTree(HKEY root, const std::wstring& path) {
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
 }
 
+/// Takes away what we entered, and the key itself when nothing of others is in it.
+LSTATUS removeProgId(HKEY root) {
+    HKEY opened = nullptr;
+    LSTATUS status = RegOpenKeyExW(root, progIdKey().c_str(), 0, KEY_QUERY_VALUE | KEY_SET_VALUE, &opened);
+    const Key key(opened);
+    if (status == ERROR_SUCCESS)
+        status = deleteTree(root, progIdKey() + L"\\CLSID");
+    if (status == ERROR_SUCCESS)
+        RegDeleteValueW(key.get(), nullptr);
+    DWORD keys = 0;
+    DWORD values = 0;
+    if (status == ERROR_SUCCESS)
+        status = RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                                  nullptr, nullptr, nullptr, nullptr);
+    return status == ERROR_SUCCESS && keys + values == 0 ? RegDeleteKeyW(root, progIdKey().c_str()) : status;
+}
+
 LSTATUS remove(HKEY root) {
-    LSTATUS status = ERROR_SUCCESS;
-    if (isOurClass(defaultValue(root, progIdKey() + L"\\CLSID")))
-        status = deleteTree(root, progIdKey());
-    const LSTATUS ofClass = deleteTree(root, classKey());
-    return status == ERROR_SUCCESS ? ofClass : status;
+    const LSTATUS status = deleteTree(root, classKey());
+    // Since Windows 7 each width has a CLSID key of its own, but both share the programmatic identifier. On
+    // 32-bit Windows both views are the same.
+    const bool otherWidthLeft =
+        exists(root, classKey(), KEY_WOW64_32KEY) || exists(root, classKey(), KEY_WOW64_64KEY);
+    return status == ERROR_SUCCESS && !otherWidthLeft && progIdIsOurs(root) ? removeProgId(root) : status;
 }
 
 } // namespace
@@ -110,7 +136,8 @@ CLSID classId() {
 }
 
 HRESULT registerClass(const std::wstring& libraryPath) {
-    const bool suiteHasIt = progIdBelongsToAnother();
+    const bool suiteHasIt =
+        progIdBelongsToAnother(HKEY_LOCAL_MACHINE) || progIdBelongsToAnother(HKEY_CURRENT_USER);
     LSTATUS status = enter(HKEY_LOCAL_MACHINE, libraryPath, !suiteHasIt);
     if (status != ERROR_SUCCESS) {
         remove(HKEY_LOCAL_MACHINE); // no half of an entry stays behind
