@@ -27,21 +27,33 @@ ComPtr<IDispatch> objectOf(VARIANT* argument) {
     return object;
 }
 
-/// A property in a given type. False when the object does not have it or its reading fails.
-bool property(IDispatch& object, const wchar_t* name, VARTYPE type, Variant& value) {
+/// The value of a property. False when the object does not have it or its reading fails.
+bool property(IDispatch& object, const wchar_t* name, Variant& value) {
     LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
     DISPID id = DISPID_UNKNOWN;
     DISPPARAMS none{};
-    Variant found;
     return SUCCEEDED(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)) &&
            SUCCEEDED(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET | DISPATCH_METHOD,
-                                   &none, &found.raw(), nullptr, nullptr)) &&
-           convert(value, found.raw(), type);
+                                   &none, &value.raw(), nullptr, nullptr));
 }
 
 std::wstring textProperty(IDispatch& object, const wchar_t* name) {
+    Variant found;
     Variant text;
-    return property(object, name, VT_BSTR, text) ? std::wstring(view(text.raw().bstrVal)) : std::wstring();
+    if (!property(object, name, found) || !convert(text, found.raw(), VT_BSTR))
+        return {};
+    return std::wstring(view(text.raw().bstrVal));
+}
+
+/// System codes come as error values, too, and from hosts without signed numbers as numbers from 2147483648
+/// up.
+std::int32_t numberOf(VARIANT& value) {
+    if (value.vt == VT_ERROR)
+        return value.scode;
+    Variant number;
+    if (convert(number, value, VT_I4))
+        return number.raw().lVal;
+    return convert(number, value, VT_UI4) ? static_cast<std::int32_t>(number.raw().ulVal) : 0;
 }
 
 } // namespace
@@ -87,8 +99,8 @@ ErrorRecord errorRecordOf(VARIANT* argument) {
     if (!object)
         return record;
     Variant number;
-    if (property(*object.get(), L"Number", VT_I4, number))
-        record.number = number.raw().lVal;
+    if (property(*object.get(), L"Number", number))
+        record.number = numberOf(number.raw());
     record.description = textProperty(*object.get(), L"Description");
     record.source = textProperty(*object.get(), L"Source");
     return record;

@@ -17,9 +17,8 @@ HRESULT STDMETHODCALLTYPE ClassFactory::CreateInstance(IUnknown* outer, REFIID i
     return created ? created->QueryInterface(id, object) : E_OUTOFMEMORY;
 }
 
-HRESULT STDMETHODCALLTYPE ClassFactory::LockServer(BOOL lock) {
-    lockModule(lock != FALSE);
-    return S_OK;
+HRESULT STDMETHODCALLTYPE ClassFactory::LockServer(BOOL) {
+    return S_OK; // the module stays anyway
 }
 
 } // namespace tarv::component

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "components/rk_Runtime/Module.h"
-
 #include <atomic>
 
 #include <unknwn.h>
@@ -38,7 +36,6 @@ protected:
     virtual ~CountedObject() = default;
 
 private:
-    InUse inUse_;
     std::atomic<ULONG> references_{1};
 };
 

@@ -43,12 +43,13 @@ STDAPI DllGetClassObject(REFCLSID id, REFIID interfaceId, void** object) {
     *object = nullptr;
     if (!IsEqualCLSID(id, classId()))
         return CLASS_E_CLASSNOTAVAILABLE;
+    keepModuleLoaded();
     const auto factory = ComPtr<ClassFactory>::take(new (std::nothrow) ClassFactory);
     return factory ? factory->QueryInterface(interfaceId, object) : E_OUTOFMEMORY;
 }
 
 STDAPI DllCanUnloadNow() {
-    return moduleIdle() ? S_OK : S_FALSE;
+    return S_FALSE; // see keepModuleLoaded
 }
 
 STDAPI DllRegisterServer() {

@@ -1,12 +1,9 @@
 #include "components/rk_Runtime/Module.h"
 
-#include <atomic>
-
 namespace tarv::component {
 namespace {
 
 HINSTANCE instanceOfThisDll = nullptr;
-std::atomic<long> reasonsToStay{0};
 
 } // namespace
 
@@ -18,20 +15,11 @@ void setModuleInstance(HINSTANCE instance) {
     instanceOfThisDll = instance;
 }
 
-InUse::InUse() {
-    ++reasonsToStay;
-}
-
-InUse::~InUse() {
-    --reasonsToStay;
-}
-
-void lockModule(bool lock) {
-    reasonsToStay += lock ? 1 : -1;
-}
-
-bool moduleIdle() {
-    return reasonsToStay == 0;
+void keepModuleLoaded() {
+    // Pinned, since CoUninitialize and hosts that load by themselves free a library without asking it.
+    HMODULE pinned = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(instanceOfThisDll), &pinned);
 }
 
 } // namespace tarv::component

@@ -8,19 +8,8 @@ namespace tarv::component {
 HINSTANCE moduleInstance();
 void setModuleInstance(HINSTANCE instance);
 
-/// Keeps the DLL loaded while it lives: every COM object holds one.
-class InUse {
-public:
-    InUse();
-    ~InUse();
-    InUse(const InUse&) = delete;
-    InUse& operator=(const InUse&) = delete;
-};
-
-/// Further reasons to stay loaded (IClassFactory::LockServer): add one or take one away.
-void lockModule(bool lock);
-
-/// Nobody holds an object or a lock.
-bool moduleIdle();
+/// Keeps the DLL in the process until the process ends. Every load costs the host a TLS slot and two handles,
+/// which the static C++ run-time library does not give back, and hosts free idle libraries between reports.
+void keepModuleLoaded();
 
 } // namespace tarv::component

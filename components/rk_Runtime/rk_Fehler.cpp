@@ -2,6 +2,7 @@
 
 #include "components/rk_Runtime/ErrorText.h"
 #include "components/rk_Runtime/LastReport.h"
+#include "platform/windows/ComPtr.h"
 
 #include <new>
 
@@ -85,6 +86,8 @@ HRESULT STDMETHODCALLTYPE rk_Fehler::Invoke(DISPID member, REFIID reserved, LCID
         return E_INVALIDARG;
     if (result)
         VariantInit(result);
+    // What the host runs meanwhile, the error's properties and its handlers, may release the last reference.
+    const auto self = ComPtr<rk_Fehler>::share(this);
     try {
         return invoke(member, flags, CallArguments(*parameters), result);
     } catch (const std::bad_alloc&) {

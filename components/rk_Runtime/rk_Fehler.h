@@ -16,9 +16,9 @@ namespace tarv::component {
 ///   ErrorMsg(fehler, ort, zusatz) shows an error.
 ///   EMW(fehler, ort, zusatz)      shows it as a question and answers 4 (Wiederholen) or 2 (Abbrechen).
 ///
-/// `fehler` is an object with Number, Description and Source. Every argument may be missing, come by
-/// reference or by name; what cannot be read counts as not given, since the report matters more than its
-/// form.
+/// `fehler` is an object with Number, Description and Source; Number may be an error value or unsigned, too.
+/// Every argument may be missing, come by reference or by name; what cannot be read counts as not given,
+/// since the report matters more than its form.
 class rk_Fehler final : public CountedObject<IDispatch, IID_IDispatch> {
 public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;

@@ -1,5 +1,6 @@
 // The error display: the built DLL as a component, its window, its registration.
 
+#include "components/rk_Runtime/CountedObject.h"
 #include "platform/Automation.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/Variant.h"
@@ -48,6 +49,19 @@ protected:
     }
     Value error(ErrorRecord record) {
         return ObjectByRef{border.automation.errorObject(std::make_shared<ErrorRecord>(std::move(record)))};
+    }
+
+    ComPtr<IClassFactory> factory() {
+        CLSID id;
+        CLSIDFromString(classId.c_str(), &id);
+        ComPtr<IClassFactory> made;
+        call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, made.receiveAny());
+        return made;
+    }
+    ComPtr<IDispatch> component() {
+        ComPtr<IDispatch> made;
+        factory()->CreateInstance(nullptr, IID_IDispatch, made.receiveAny());
+        return made;
     }
 
     FakePlatform fake;
@@ -135,16 +149,8 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
     }
 }
 
-TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysWhileItIsNeeded) {
-    CLSID id;
-    CLSIDFromString(classId.c_str(), &id);
-    const auto factory = [&] {
-        ComPtr<IClassFactory> made;
-        call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, made.receiveAny());
-        return made;
-    };
-    ComPtr<IDispatch> component;
-    factory()->CreateInstance(nullptr, IID_IDispatch, component.receiveAny());
+TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysOnceUsed) {
+    ComPtr<IDispatch> component = this->component();
     wchar_t name[] = L"ErrorMsg", routine[] = L"ZUSATZ";
     LPOLESTR names[] = {name, routine};
     DISPID ids[2];
@@ -162,13 +168,81 @@ TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysWhileItIsNee
     EXPECT_FALSE(display->call(L"ErrorMsg", {1, 2, 3, 4}));
 
     display = nullptr;
-    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "an object lives";
     component = {};
-    EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
-    factory()->LockServer(TRUE);
-    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "locked";
-    factory()->LockServer(FALSE);
-    EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE) << "every load would cost the host a TLS slot";
+    for (int uses = 0; uses < 100; ++uses)
+        FreeLibrary(library);
+    EXPECT_TRUE(GetModuleHandleW(file.c_str())) << "CoUninitialize does not ask";
+    library = LoadLibraryW(file.c_str());
+}
+
+/// An error object of the host, whose number is asked for by a call into the host's own code.
+class HostError : public component::CountedObject<IDispatch, IID_IDispatch> {
+public:
+    explicit HostError(std::function<void(VARIANT&)> number) : number_(std::move(number)) {}
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override {
+        *id = 1;
+        return wcscmp(*names, L"Number") == 0 ? S_OK : DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override {
+        number_(*result);
+        return S_OK;
+    }
+
+private:
+    std::function<void(VARIANT&)> number_;
+};
+
+HRESULT showErrorMsg(IDispatch& component, std::function<void(VARIANT&)> number) {
+    const auto error = ComPtr<HostError>::take(new HostError(std::move(number)));
+    VARIANT argument{};
+    argument.vt = VT_DISPATCH;
+    argument.pdispVal = error.get();
+    DISPPARAMS parameters{&argument, nullptr, 1, 0};
+    return component.Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+}
+
+TEST_F(ErrorComponentTest, ReadsCodesInEveryFormThatHostsGiveThem) {
+    const auto real = [](double value) {
+        return [=](VARIANT& number) {
+            number.vt = VT_R8;
+            number.dblVal = value;
+        };
+    };
+    const struct {
+        std::function<void(VARIANT&)> number;
+        const wchar_t* line;
+    } cases[] = {
+        {[](VARIANT& number) {
+             number.vt = VT_ERROR;
+             number.scode = E_ACCESSDENIED;
+         },
+         L"\r\nNummer: -2147024891 (0x80070005)\r\n"},
+        {real(2147942405.0), L"\r\nNummer: -2147024891 (0x80070005)\r\n"},
+        {real(-2147024891.0), L"\r\nNummer: -2147024891 (0x80070005)\r\n"},
+        {real(4294967296.0), L"\r\nNummer: 0\r\n"},
+    };
+    User user(IDOK);
+    for (const auto& [number, line] : cases) {
+        EXPECT_EQ(showErrorMsg(*component().get(), number), S_OK);
+        EXPECT_NE(user.texts.find(line), std::wstring::npos) << user.texts;
+    }
+}
+
+TEST_F(ErrorComponentTest, OutlivesItsLastReferenceWhileItShowsAnError) {
+    ULONG left = 0;
+    for (const bool inHandler : {false, true}) {
+        IDispatch* last = component().detach();
+        User user([&](HWND dialog) {
+            left = inHandler ? last->Release() : left;
+            User::press(dialog, IDOK);
+        });
+        EXPECT_EQ(showErrorMsg(*last, [&](VARIANT&) { left = inHandler ? 0 : last->Release(); }), S_OK);
+        EXPECT_EQ(left, 1u) << "the call holds one of its own, by the handler: " << inHandler;
+    }
 }
 
 TEST_F(ErrorComponentTest, RuntimeTakesTheRegisteredClassElseTheOneBesideTheProgram) {
