@@ -9,6 +9,8 @@
 #include "ui/Units.h"
 
 #include <algorithm>
+#include <climits>
+#include <new>
 #include <optional>
 
 namespace tarv::component {
@@ -26,24 +28,36 @@ constexpr int gap = 8;
 constexpr int iconSize = 32;
 constexpr int textInset = 6;
 
-/// The text with paragraphs of bearable length: an edit control measures a paragraph again for each of its
-/// lines.
-std::wstring withShortParagraphs(std::wstring_view text) {
-    constexpr std::size_t most = 400;
+/// How much of the paragraph fits into a line: up to behind a blank where there is one.
+std::size_t lineLength(HDC dc, std::wstring_view paragraph, int width) {
+    constexpr std::size_t most = 200; // characters; our window opens with fewer in a line
+    const std::wstring_view part = paragraph.substr(0, most);
+    int fitting = 0;
+    SIZE size{};
+    GetTextExtentExPointW(dc, part.data(), static_cast<int>(part.size()), width, &fitting, nullptr, &size);
+    const std::size_t length = std::max<std::size_t>(1, static_cast<std::size_t>(fitting));
+    if (length >= paragraph.size())
+        return paragraph.size();
+    const std::size_t blank = part.substr(0, length).rfind(L' ');
+    return blank == std::wstring_view::npos ? length : blank + 1;
+}
+
+/// Puts line ends where the lines are full. An edit control needs seconds for a long text since it measures a
+/// paragraph again for each of its lines; where that costs little, the breaking stays with it.
+std::wstring brokenIntoLines(HDC dc, std::wstring_view text, int width) {
+    const std::size_t leftToControl = text.size() > 20'000 ? 0 : 400; // characters of a paragraph
     std::wstring result;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(L"\r\n"), text.size());
-        std::size_t taken = std::min(end, most);
-        if (taken < end) {
-            const std::size_t blank = text.substr(0, taken).rfind(L' ');
-            taken = blank == std::wstring_view::npos ? taken : blank + 1;
-        } else {
-            taken = std::min(end + 2, text.size());
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find(L"\r\n", start), text.size());
+        while (end - start > leftToControl) {
+            const std::size_t length = lineLength(dc, text.substr(start, end - start), width);
+            if (length == end - start)
+                break;
+            result.append(text, start, length).append(L"\r\n");
+            start += length;
         }
-        result.append(text.substr(0, taken));
-        if (taken < end)
-            result += L"\r\n";
-        text.remove_prefix(taken);
+        result.append(text, start, end + 2 - start);
+        start = end + 2;
     }
     return result;
 }
@@ -51,7 +65,7 @@ std::wstring withShortParagraphs(std::wstring_view text) {
 class ErrorDialog {
 public:
     ErrorDialog(const std::wstring& text, Buttons buttons)
-        : text_(text), shown_(withShortParagraphs(text)), asks_(buttons == Buttons::retryCancel) {}
+        : text_(text), asks_(buttons == Buttons::retryCancel) {}
 
     int show();
 
@@ -62,10 +76,12 @@ private:
     INT_PTR onMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void initialise();
     void onCommand(int id);
+    void end();
     bool onControlKey(WPARAM key);
     void applyDpi();
     void layout();
-    void fitToText();
+    void breakIntoLines();
+    void fitTo(LRESULT lines);
     void centreOn(HWND window);
     void paint();
     void copy();
@@ -79,12 +95,15 @@ private:
     }
 
     const std::wstring& text_;
-    const std::wstring shown_;
     const bool asks_;
     HWND dialog_ = nullptr;
     HWND owner_ = nullptr;
     std::optional<ThreadWindowsDisabled> disabled_;
+    int answer_ = 0;
     int dpi_ = ui::standardDpi;
+    std::wstring shown_; // the text with line ends for the first width
+    /// Of that text in any width; before it is known, enough for a scroll bar.
+    LRESULT leastLines_ = LONG_MAX;
     ui::Font font_;
 };
 
@@ -142,9 +161,11 @@ void ErrorDialog::initialise() {
     const SIZE size = outer(firstClient);
     SetWindowPos(dialog_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     layout();
-    SetDlgItemTextW(dialog_, IDC_REPORT,
-                    shown_.c_str()); // in its final width, so that it is broken into lines once
-    fitToText();
+    // The control breaks all of its text into lines again whenever its size changes: a long text comes last.
+    breakIntoLines();
+    fitTo(leastLines_);
+    SetDlgItemTextW(dialog_, IDC_REPORT, (shown_.empty() ? text_ : shown_).c_str());
+    fitTo(report(EM_GETLINECOUNT));
     centreOn(owner_);
     const int first = asks_ ? IDRETRY : IDOK;
     SendMessageW(dialog_, DM_SETDEFID, static_cast<WPARAM>(first), 0);
@@ -194,24 +215,40 @@ void ErrorDialog::layout() {
     place(IDCANCEL, last, buttonTop, button.cx, button.cy);
     place(IDRETRY, last - pixels(gap) - button.cx, buttonTop, button.cx, button.cy);
 
-    // A scroll bar only where there is something to scroll.
-    ShowScrollBar(control(IDC_REPORT), SB_VERT, FALSE);
+    // A scroll bar only where there is something to scroll. Trying without one breaks the text again.
     RECT shown{};
     report(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&shown));
-    const LRESULT lines = report(EM_GETLINECOUNT);
-    ShowScrollBar(control(IDC_REPORT), SB_VERT, lines > sizeOf(shown).cy / lineHeight());
+    const LRESULT room = sizeOf(shown).cy / lineHeight();
+    if (leastLines_ <= room)
+        ShowScrollBar(control(IDC_REPORT), SB_VERT, FALSE);
+    ShowScrollBar(control(IDC_REPORT), SB_VERT, std::max(leastLines_, report(EM_GETLINECOUNT)) > room);
     InvalidateRect(dialog_, nullptr, TRUE);
 }
 
-/// Takes the height that the text needs, within reason: long texts scroll.
-void ErrorDialog::fitToText() {
+void ErrorDialog::breakIntoLines() {
+    RECT area{};
+    report(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+    const HDC dc = GetDC(dialog_);
+    try {
+        const ui::Selected selected(dc, font_.get());
+        const int reserve = pixels(textInset); // the control may measure a little wider
+        shown_ = brokenIntoLines(dc, text_, sizeOf(area).cx - reserve);
+    } catch (const std::bad_alloc&) {
+        shown_.clear(); // the control breaks the whole text by itself
+    }
+    ReleaseDC(dialog_, dc);
+    leastLines_ = std::count(shown_.begin(), shown_.end(), L'\n') + 1;
+}
+
+/// Takes the height that so many lines need, within reason: long texts scroll.
+void ErrorDialog::fitTo(LRESULT textLines) {
     RECT window{};
     RECT shown{};
     GetWindowRect(dialog_, &window);
     report(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&shown));
     const SIZE area = sizeOf(workAreaNear(owner_));
     const LONG most = area.cy * 2 / 3;
-    const LONG lines = static_cast<LONG>(std::min<LRESULT>(report(EM_GETLINECOUNT), most));
+    const LONG lines = static_cast<LONG>(std::min<LRESULT>(textLines, most));
     const LONG wanted = sizeOf(window).cy + lines * lineHeight() + pixels(4) - sizeOf(shown).cy;
     const LONG height = std::max(std::min(wanted, most), outer(leastClient).cy);
     SetWindowPos(dialog_, nullptr, 0, 0, sizeOf(window).cx, height,
@@ -259,9 +296,17 @@ void ErrorDialog::onCommand(int id) {
     if (id == IDC_COPY)
         copy();
     if (id == IDOK || id == IDRETRY || id == IDCANCEL) {
-        disabled_.reset(); // before this window goes, so that the caller's gets the focus
-        EndDialog(dialog_, asks_ ? id : IDOK);
+        answer_ = asks_ ? id : IDOK;
+        if (IsWindowEnabled(dialog_))
+            end();
+        else
+            ShowWindow(dialog_, SW_HIDE); // a window that came later is still open and gives way in its turn
     }
+}
+
+void ErrorDialog::end() {
+    disabled_.reset(); // before this window goes, so that the caller's gets the focus
+    EndDialog(dialog_, answer_);
 }
 
 /// Ctrl+C and Ctrl+A hold wherever the focus is. True when the key has been used up.
@@ -283,6 +328,10 @@ INT_PTR ErrorDialog::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND:
         onCommand(LOWORD(wParam));
+        return TRUE;
+    case WM_ENABLE:
+        if (wParam && answer_)
+            end();
         return TRUE;
     case WM_SIZE:
         layout();
@@ -317,7 +366,7 @@ INT_PTR ErrorDialog::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 INT_PTR CALLBACK ErrorDialog::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Nothing in here allocates but Windows itself, so nothing is thrown through its frames.
+    // Nothing in here throws through the frames of Windows: breakIntoLines alone allocates, and catches.
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, DWLP_USER, lParam);
         auto* self = reinterpret_cast<ErrorDialog*>(lParam);

@@ -1,6 +1,7 @@
 // The error display: the built DLL as a component, its window, its registration.
 
 #include "components/rk_Runtime/CountedObject.h"
+#include "components/rk_Runtime/resource.h"
 #include "platform/Automation.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/Variant.h"
@@ -10,6 +11,7 @@
 #include "scripted/FakePlatform.h"
 #include "tests/windows/User.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <objbase.h>
@@ -242,6 +244,59 @@ TEST_F(ErrorComponentTest, OutlivesItsLastReferenceWhileItShowsAnError) {
         });
         EXPECT_EQ(showErrorMsg(*last, [&](VARIANT&) { left = inHandler ? 0 : last->Release(); }), S_OK);
         EXPECT_EQ(left, 1u) << "the call holds one of its own, by the handler: " << inHandler;
+    }
+}
+
+TEST_F(ErrorComponentTest, HostStaysDisabledUntilTheLastOfNestedWindowsIsGone) {
+    const HWND owner =
+        CreateWindowW(L"STATIC", L"", WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    SetActiveWindow(owner);
+    HWND outer = nullptr;
+    User user([&](HWND dialog) {
+        if (!outer) {
+            outer = dialog;
+            EXPECT_TRUE(display->call(L"ErrorMsg", {error({}), L"inner"}));
+            EXPECT_TRUE(IsWindowEnabled(owner)) << "both are closed";
+            return;
+        }
+        SendMessageW(outer, WM_COMMAND, IDOK, 0);
+        EXPECT_TRUE(!IsWindowEnabled(owner) && !IsWindowVisible(outer) && IsWindowVisible(dialog));
+        User::press(dialog, IDOK);
+    });
+    EXPECT_TRUE(display->call(L"ErrorMsg", {error({}), L"outer"}));
+    EXPECT_EQ(user.dialogs, 2);
+    EXPECT_EQ(GetActiveWindow(), owner);
+    DestroyWindow(owner);
+}
+
+int resizes = 0;
+
+LRESULT CALLBACK countResizes(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    resizes += sent.message == WM_SIZE && GetWindowTextLengthW(sent.hwnd) > 100'000;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// What takes time is the control's breaking into lines: again at each change of its size, and several times
+// as long where lines do not fit.
+TEST_F(ErrorComponentTest, HasAVeryLongTextBrokenIntoLinesOnlyOnce) {
+    for (const std::wstring& piece : {std::wstring(300'000, L'x'), std::wstring(700, L'x') + L"\n"}) {
+        std::wstring text = L"Ort\n";
+        while (text.size() < 300'000)
+            text += piece;
+        LRESULT lines = 0, ends = 0;
+        User user([&](HWND dialog) {
+            lines = SendDlgItemMessageW(dialog, IDC_REPORT, EM_GETLINECOUNT, 0, 0);
+            ends = std::count(user.texts.begin(), user.texts.end(), L'\n');
+            User::press(dialog, IDOK);
+        });
+        resizes = 0;
+        const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, countResizes, nullptr, GetCurrentThreadId());
+        EXPECT_TRUE(display->call(L"ErrorMsg", {error({}), L"", text}));
+        UnhookWindowsHookEx(hook);
+        EXPECT_EQ(resizes, 0) << "with the text inside";
+        EXPECT_EQ(lines, ends + 1);
+        EXPECT_GT(user.texts.size(), text.size());
     }
 }
 
