@@ -26,7 +26,7 @@ constexpr std::array descriptions{
 } // namespace
 
 ErrorRecord runtimeErrorRecord(std::int32_t number) {
-    const auto* found = std::ranges::find(descriptions, number, &Description::number);
+    const auto found = std::ranges::find(descriptions, number, &Description::number);
     return {number, std::wstring(found != descriptions.end() ? found->text : L"Laufzeitfehler"), {}};
 }
 

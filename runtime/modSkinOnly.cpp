@@ -54,7 +54,7 @@ std::int32_t automationHandle(WindowHandle window) {
 SkinStyle skinStyle(Runtime& rt, std::wstring_view programDirectory, std::wstring_view colourKey) {
     if (colourKey.empty())
         colourKey = L"WHITE";
-    const auto* known = std::ranges::find(colourStyles, colourKey, &ColourStyle::key);
+    const auto known = std::ranges::find(colourStyles, colourKey, &ColourStyle::key);
     if (known != colourStyles.end())
         return known->style;
     const bool hasNewest = Uexist(rt, joined(programDirectory, office2010));

@@ -20,7 +20,7 @@ TEST_F(RealPathDialog, GivesTheChosenFolderElseNothing) {
     dialog.hHande(static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(owner)));
     const std::wstring chosen = L"C:\\Gewählt ж"; // Wine's tree does not always find its way further down
     world->putFolder(chosen);
-    ITEMIDLIST* computer = nullptr;
+    PIDLIST_ABSOLUTE computer = nullptr;
     SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &computer);
     const struct {
         const wchar_t* folder; // else the computer, which is no folder of the file system
