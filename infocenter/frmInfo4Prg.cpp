@@ -29,7 +29,7 @@ constexpr int pages[] = {ID_txtInfo, ID_treeView};
 
 frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES | ICC_TREEVIEW_CLASSES};
-    InitCommonControlsEx(&controls);
+    ui::late::InitCommonControlsEx(&controls);
     create({.className = L"frmInfo4Prg",
             .caption = L"Infocenter",
             .style = (WS_OVERLAPPEDWINDOW & ~static_cast<DWORD>(WS_MINIMIZEBOX)) | WS_CLIPCHILDREN,
@@ -161,12 +161,12 @@ void frmInfo4Prg::applyDpi() {
     SendMessageW(control(ID_SSTab1), TCM_SETPADDING, 0, MAKELPARAM(pixels(150), pixels(60)));
 
     const int size = ui::systemMetric(SM_CXSMICON, dpi());
-    ui::ImageList fresh(ImageList_Create(size, size, ILC_COLOR32, 2, 0));
+    ui::ImageList fresh(ui::late::ImageList_Create(size, size, ILC_COLOR32, 2, 0));
     // In the order of NodePicture.
     for (const int id : {IDI_CLOSEDFOLDER, IDI_DOCUMENT}) {
         const ui::Icon icon(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
                                                           IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
-        ImageList_AddIcon(fresh.get(), icon.get());
+        ui::late::ImageList_ReplaceIcon(fresh.get(), -1, icon.get()); // at the end
     }
     const HWND tree = control(ID_treeView);
     TreeView_SetImageList(tree, fresh.get(), TVSIL_NORMAL);

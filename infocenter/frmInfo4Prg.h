@@ -2,6 +2,7 @@
 
 #include "infocenter/frmInfo4PrgTree.h"
 #include "runtime/modSkinOnly.h"
+#include "ui/CommonControls.h"
 #include "ui/Window.h"
 
 namespace tarv {

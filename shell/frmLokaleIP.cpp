@@ -7,6 +7,8 @@
 #include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 
+#include <commctrl.h>
+
 namespace tarv {
 namespace {
 

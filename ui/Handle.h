@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include <memory>
 
 namespace tarv::ui {
@@ -25,7 +23,6 @@ using Bitmap = Owned<HBITMAP, DeleteObject>;
 using MemoryDc = Owned<HDC, DeleteDC>;
 using Menu = Owned<HMENU, DestroyMenu>;
 using Icon = Owned<HICON, DestroyIcon>;
-using ImageList = Owned<HIMAGELIST, ImageList_Destroy>;
 
 /// Puts an object into a device context and the former one back.
 class Selected {

@@ -1,9 +1,7 @@
 #include "ui/ReportBox.h"
 
 #include "ui/Clipboard.h"
-#include "ui/Handle.h"
-
-#include <commctrl.h>
+#include "ui/CommonControls.h"
 
 #include <string>
 
@@ -47,7 +45,7 @@ LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam
     default:
         break;
     }
-    return DefSubclassProc(edit, message, wParam, lParam);
+    return late::DefSubclassProc(edit, message, wParam, lParam);
 }
 
 } // namespace
@@ -71,7 +69,7 @@ void fitReportBox(HWND edit, int inset) {
 }
 
 void makeReportBox(HWND edit) {
-    SetWindowSubclass(edit, procedure, 0, 0);
+    late::SetWindowSubclass(edit, procedure, 0, 0);
 }
 
 } // namespace tarv::ui

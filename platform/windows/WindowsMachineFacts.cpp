@@ -2,6 +2,7 @@
 
 #include "platform/windows/Handle.h"
 #include "platform/windows/SystemText.h"
+#include "win/LateEntry.h"
 
 #include <cstring>
 
@@ -13,17 +14,27 @@ namespace tarv {
 
 namespace {
 
+namespace late {
+constexpr wchar_t sockets[] = L"ws2_32.dll";
+const LateEntry<decltype(&::WSAStartup)> WSAStartup{sockets, "WSAStartup", WSASYSNOTREADY};
+const LateEntry<decltype(&::WSACleanup)> WSACleanup{sockets, "WSACleanup", SOCKET_ERROR};
+const LateEntry<decltype(&::WSAGetLastError)> WSAGetLastError{sockets, "WSAGetLastError", WSASYSNOTREADY};
+const LateEntry<decltype(&::gethostname)> gethostname{sockets, "gethostname", SOCKET_ERROR};
+const LateEntry<decltype(&::getaddrinfo)> getaddrinfo{sockets, "getaddrinfo", WSASYSNOTREADY};
+const LateEntry<decltype(&::freeaddrinfo)> freeaddrinfo{sockets, "freeaddrinfo"};
+} // namespace late
+
 constexpr DWORD nameBufferSize = 255;
 
 /// The socket library for the length of one look-up.
 class SocketLibrary {
 public:
-    SocketLibrary() { code_ = WSAStartup(MAKEWORD(2, 2), &data_); }
+    SocketLibrary() { code_ = late::WSAStartup(MAKEWORD(2, 2), &data_); }
     SocketLibrary(const SocketLibrary&) = delete;
     SocketLibrary& operator=(const SocketLibrary&) = delete;
     ~SocketLibrary() {
         if (code_ == 0) {
-            WSACleanup();
+            late::WSACleanup();
         }
     }
     int code() const { return code_; }
@@ -34,7 +45,7 @@ private:
 };
 
 inline void closeAddresses(addrinfo* addresses) {
-    freeaddrinfo(addresses);
+    late::freeaddrinfo(addresses);
 }
 using AddressList = Handle<addrinfo*, closeAddresses>;
 
@@ -93,15 +104,15 @@ Answer<std::wstring> WindowsMachineFacts::localAddress() {
         return Failure{static_cast<SystemCode>(library.code())};
     }
     char host[256]; // NI_MAXHOST is longer than any name the system gives
-    if (gethostname(host, static_cast<int>(sizeof host)) != 0) {
-        return Failure{static_cast<SystemCode>(WSAGetLastError())};
+    if (late::gethostname(host, static_cast<int>(sizeof host)) != 0) {
+        return Failure{static_cast<SystemCode>(late::WSAGetLastError())};
     }
     addrinfo wanted{};
     wanted.ai_family = AF_INET;
     wanted.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
     // The host's own name is answered by the socket library itself, so a missing network does not delay it.
-    if (const int code = getaddrinfo(host, nullptr, &wanted, &found); code != 0) {
+    if (const int code = late::getaddrinfo(host, nullptr, &wanted, &found); code != 0) {
         return Failure{static_cast<SystemCode>(code)};
     }
     const AddressList addresses(found);

@@ -1,10 +1,15 @@
 #include "platform/windows/WindowsProcesses.h"
 
 #include "platform/windows/Handle.h"
+#include "win/LateEntry.h"
 
 #include <shellapi.h>
 
 namespace tarv {
+
+namespace late {
+const LateEntry<decltype(&::ShellExecuteExW)> ShellExecuteExW{L"shell32.dll", "ShellExecuteExW"};
+} // namespace late
 
 Answer<ProcessInformation> WindowsProcesses::create(const ProcessRequest& request) {
     STARTUPINFOW startup{};
@@ -39,7 +44,7 @@ SystemCode WindowsProcesses::startThroughShell(std::wstring_view file, std::wstr
     request.lpFile = terminatedFile.c_str();
     request.lpParameters = terminatedArguments.c_str();
     request.nShow = showWindow;
-    return ShellExecuteExW(&request) ? ERROR_SUCCESS : GetLastError();
+    return late::ShellExecuteExW(&request) ? ERROR_SUCCESS : GetLastError();
 }
 
 std::uint32_t WindowsProcesses::waitForInputIdle(KernelHandle process, std::uint32_t milliseconds) {

@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsShellOperations.h"
 
 #include "platform/windows/Handle.h"
+#include "win/LateEntry.h"
 
 // clang-format off
 #include <objbase.h>
@@ -12,10 +13,18 @@ namespace tarv {
 
 namespace {
 
-inline void closeItemList(ITEMIDLIST* list) {
+namespace late {
+constexpr wchar_t shell32[] = L"shell32.dll";
+const LateEntry<decltype(&::SHFileOperationW)> SHFileOperationW{shell32, "SHFileOperationW",
+                                                                ERROR_MOD_NOT_FOUND};
+const LateEntry<decltype(&::SHBrowseForFolderW)> SHBrowseForFolderW{shell32, "SHBrowseForFolderW"};
+const LateEntry<decltype(&::SHGetPathFromIDListW)> SHGetPathFromIDListW{shell32, "SHGetPathFromIDListW"};
+} // namespace late
+
+inline void closeItemList(PIDLIST_ABSOLUTE list) {
     CoTaskMemFree(list);
 }
-using ItemList = Handle<ITEMIDLIST*, closeItemList>;
+using ItemList = Handle<PIDLIST_ABSOLUTE, closeItemList>;
 
 } // namespace
 
@@ -31,7 +40,7 @@ ShellFileResult WindowsShellOperations::fileOperation(const ShellFileRequest& re
     operation.pFrom = source.c_str();
     operation.pTo = target.c_str();
     operation.fFlags = request.flags;
-    const int code = SHFileOperationW(&operation);
+    const int code = late::SHFileOperationW(&operation);
     return {code, operation.fAnyOperationsAborted != FALSE};
 }
 
@@ -40,12 +49,12 @@ Answer<std::wstring> WindowsShellOperations::browseForFolder(const FolderRequest
     info.hwndOwner = toSystem(request.owner);
     info.lpszTitle = request.title.c_str();
     info.ulFlags = request.flags;
-    const ItemList chosen(SHBrowseForFolderW(&info));
+    const ItemList chosen(late::SHBrowseForFolderW(&info));
     if (!chosen) {
         return Failure{SystemCode{ERROR_CANCELLED}};
     }
     wchar_t path[MAX_PATH] = L"";
-    if (!SHGetPathFromIDListW(chosen.get(), path)) {
+    if (!late::SHGetPathFromIDListW(chosen.get(), path)) {
         return Failure{SystemCode{ERROR_BAD_PATHNAME}};
     }
     return std::wstring(path);

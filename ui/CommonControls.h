@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ui/Handle.h"
+#include "win/LateEntry.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace tarv::ui {
+
+/// What we call of the common controls, of the version that the program's manifest asks for.
+namespace late {
+inline constexpr wchar_t comctl32[] = L"comctl32.dll";
+inline const LateEntry<decltype(&::InitCommonControlsEx)> InitCommonControlsEx{comctl32,
+                                                                               "InitCommonControlsEx"};
+inline const LateEntry<decltype(&::SetWindowSubclass)> SetWindowSubclass{comctl32, "SetWindowSubclass"};
+inline const LateEntry<decltype(&::DefSubclassProc)> DefSubclassProc{comctl32, "DefSubclassProc"};
+inline const LateEntry<decltype(&::ImageList_Create)> ImageList_Create{comctl32, "ImageList_Create"};
+inline const LateEntry<decltype(&::ImageList_Destroy)> ImageList_Destroy{comctl32, "ImageList_Destroy"};
+inline const LateEntry<decltype(&::ImageList_ReplaceIcon)> ImageList_ReplaceIcon{comctl32,
+                                                                                 "ImageList_ReplaceIcon", -1};
+} // namespace late
+
+inline void destroyImageList(HIMAGELIST list) {
+    late::ImageList_Destroy(list);
+}
+using ImageList = Owned<HIMAGELIST, destroyImageList>;
+
+} // namespace tarv::ui
