@@ -67,7 +67,7 @@ bool addWindows1252(std::string& bytes, char32_t code) {
                                              0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                              0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                              0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-    const auto* found = std::ranges::find(upper, code);
+    const auto found = std::ranges::find(upper, code);
     if (code != 0 && found != upper.end()) {
         add(bytes, static_cast<char32_t>(0x80 + (found - upper.begin())));
         return true;
