@@ -40,6 +40,15 @@ protected:
             }
         return found;
     }
+    /// The first names of all files in these folders, deep, wherever they lie.
+    Tree firstNames(std::initializer_list<const wchar_t*> folders) {
+        Tree found;
+        for (const wchar_t* folder : folders)
+            if (fs::exists(path(folder)))
+                for (const std::wstring& name : tree(folder))
+                    found.insert(name.substr(name.find_last_of(L"\\=") + 1));
+        return found;
+    }
     /// Both names may be lists, parted by "|".
     bool run(std::int32_t operation, std::wstring sources, std::wstring targets = {}) {
         for (std::wstring* names : {&sources, &targets})
@@ -116,10 +125,8 @@ TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     fs::remove_all(path(L"out"));
     run(file_operation::move, L"in\\a.txt|in\\b.txt", L"out\\a.txt|out\\b.txt|out\\3");
     run(file_operation::move, L"in\\a.txt|in\\b.txt|in\\ж.txt", L"out\\a.txt|out\\b.txt");
-    Tree everywhere = tree(L"in");
-    if (fs::exists(path(L"out")))
-        everywhere.merge(tree(L"out"));
-    EXPECT_EQ(everywhere, original);
+    // Lists of unequal length are the shell's affair, too: newer ones take each target for a folder.
+    EXPECT_EQ(firstNames({L"in", L"out"}), (Tree{L"ж.txt", L"a.txt", L"b.txt", L"Straße äö.dat", L"c.txt"}));
 
     put(L"in\\alt.txt");
     world->setAttributes(path(L"in\\alt.txt"), attribute::readOnly);
