@@ -185,6 +185,9 @@ void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
             add(VK_CONTROL, KEYEVENTF_KEYUP);
         }
         SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+        // A thread paints when nothing else waits for it: by then it has handled the key.
+        InvalidateRect(window, nullptr, FALSE);
+        waitUntil([&] { return !GetUpdateRect(window, nullptr, FALSE); });
     }
 }
 
