@@ -1,9 +1,8 @@
 # Installing what a fresh Debian machine lacks. Sourced after steps.sh.
 
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
-wine_packages=(wine wine64 xvfb xauth fonts-liberation)
+wine_packages=(wine wine64 xvfb xauth fonts-liberation fonts-wine)
 test_packages=(googletest clang libclang-rt-dev python3 python3-pefile)
-wine32_packages=(debootstrap util-linux)
 picture_packages=(imagemagick)
 packaging_packages=(wixl msitools faketime zip)
 
