@@ -1,8 +1,11 @@
 #include "tests/program/Installation.h"
 
+#include "tools/driver/Wine.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 namespace tarv::program {
 
@@ -12,10 +15,28 @@ namespace {
 
 const std::wstring standInClass = L"{5D1E2C7A-3B54-4D2B-9F0B-6B7C4F1D9A31}";
 const std::wstring managementClass = L"{172BDDF8-CEEA-11D1-8B05-00600806D9B6}"; // Windows' own
+const std::wstring classes = L"Software\\Classes\\";
 constexpr wchar_t skinKey[] = L"XtremeSkinFramework.SkinFramework";
 
+/// Wine knows no classes of the user; on Windows nobody else gets to see ours.
+HKEY classesRoot() {
+    return underWine() ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
 void enter(const std::wstring& key, const std::wstring& value) {
-    RegSetValueW(HKEY_CLASSES_ROOT, key.c_str(), REG_SZ, value.c_str(), 0);
+    RegSetValueW(classesRoot(), (classes + key).c_str(), REG_SZ, value.c_str(), 0);
+}
+void forget(const std::wstring& key) {
+    RegDeleteTreeW(classesRoot(), (classes + key).c_str());
+}
+
+bool elevated() {
+    HANDLE token = nullptr;
+    TOKEN_ELEVATION elevation{};
+    DWORD size = sizeof elevation;
+    OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token);
+    GetTokenInformation(token, TokenElevation, &elevation, size, &size);
+    CloseHandle(token);
+    return elevation.TokenIsElevated != 0;
 }
 
 } // namespace
@@ -28,15 +49,18 @@ std::wstring Installation::testFolder() {
 
 Installation::Installation()
     : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
+    // The suite's settings lie in the Windows folder. Those of a user are none of ours.
+    wchar_t windows[MAX_PATH];
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    const fs::path settings = fs::path(windows) / L"Pexoran.INI";
+    if (!underWine() && fs::exists(settings))
+        throw std::runtime_error("the suite is installed here");
     std::error_code ignored;
     fs::remove_all(folder_, ignored); // of a test that was ended
     for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
         fs::create_directories(path(folder));
     fs::copy_file(fs::path(testFolder()).parent_path() / programFile, path(programFile));
-    // The suite's settings lie in the Windows folder of the test prefix: each test begins without any.
-    wchar_t windows[MAX_PATH];
-    GetWindowsDirectoryW(windows, MAX_PATH);
-    fs::remove(fs::path(windows) / L"Pexoran.INI");
+    fs::remove(settings);
     environment[L"ProgramData"] = path(L"Daten");
 }
 
@@ -59,18 +83,27 @@ std::string Installation::read(const std::wstring& name) const {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+bool Installation::canRegisterStandIn() {
+    // Who runs with all his rights is shown no classes of the user.
+    return underWine() ||
+           (!elevated() &&
+            RegQueryValueW(HKEY_CLASSES_ROOT, skinKey, nullptr, nullptr) == ERROR_FILE_NOT_FOUND);
+}
+
 void Installation::registerStandIn(bool pumping) {
     enter(L"CLSID\\" + standInClass + L"\\InprocServer32", testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
     enter(std::wstring(skinKey) + L"\\CLSID", standInClass);
-    enter(L"winmgmts\\CLSID", standInClass);
+    if (underWine())
+        enter(L"winmgmts\\CLSID", standInClass);
     environment[L"TARV_SKIN_LOG"] = path(L"skin.log");
     environment[L"TARV_SKIN_PUMPS"] = pumping ? L"1" : L"";
 }
 
 void Installation::forgetStandIn() const {
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, skinKey);
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"CLSID\\" + standInClass).c_str());
-    enter(L"winmgmts\\CLSID", managementClass);
+    forget(skinKey);
+    forget(L"CLSID\\" + standInClass);
+    if (underWine())
+        enter(L"winmgmts\\CLSID", managementClass);
 }
 
 } // namespace tarv::program

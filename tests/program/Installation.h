@@ -29,8 +29,10 @@ public:
     std::string read(const std::wstring& name) const;
     std::unique_ptr<ProgramDriver> start() const;
 
-    /// The skin control and the management service are the stand-in component, which notes its calls in
-    /// "skin.log" and, when `pumping`, handles messages for a while in each.
+    /// Whether programs would find the stand-in component here, and no user loses his own skin control by it.
+    static bool canRegisterStandIn();
+    /// The skin control and, under Wine, the management service are the stand-in component, which notes its
+    /// calls in "skin.log" and, when `pumping`, handles messages for a while in each.
     void registerStandIn(bool pumping);
     void forgetStandIn() const;
 

@@ -52,11 +52,12 @@ protected:
     }
     /// Changes the DPI of the window there and back, and checks a length that goes with it.
     void expectScaled(const std::function<LONG()>& length) {
-        const LONG at96 = length();
-        int former = 96;
-        for (const int dpi : {144, 192, 96}) {
+        const LONG original = length();
+        const int own = ProgramDriver::dpi(window);
+        int former = own;
+        for (const int dpi : {144, 192, own}) {
             program->changeDpi(window, std::exchange(former, dpi), dpi);
-            EXPECT_NEAR(length(), MulDiv(at96, dpi, 96), 2) << dpi;
+            EXPECT_NEAR(length(), MulDiv(original, dpi, own), 2) << dpi;
         }
     }
     HWND control(int id) const { return GetDlgItem(window, id); }
@@ -72,8 +73,9 @@ TEST_F(ProgramWindows, MainWindowIsCentredAndFilledByItsPicture) {
     EXPECT_EQ(ProgramDriver::text(window) + textOf(ID_lblVersion), L"TARVENIK ServiceprogrammVersion: 2019");
     EXPECT_NEAR(rectOf(window).left, (GetSystemMetrics(SM_CXSCREEN) - widthOf(window)) / 2, 1);
     EXPECT_NEAR(rectOf(window).top, (GetSystemMetrics(SM_CYSCREEN) - heightOf(window)) / 2, 1);
-    int former = 96;
-    for (const int dpi : {144, 192, 96}) {
+    const int own = ProgramDriver::dpi(window);
+    int former = own;
+    for (const int dpi : {144, 192, own}) {
         program->changeDpi(window, std::exchange(former, dpi), dpi);
         RECT client{};
         GetClientRect(window, &client);
@@ -93,8 +95,8 @@ TEST_F(ProgramWindows, HiddenEntryShowsTheAddressBesideTheMainWindow) {
                   L"IP-Adresse IP-Adresse Schließen");
         const std::wstring address = textOf(ID_Label1);
         EXPECT_EQ(std::count(address.begin(), address.end(), L'.'), 3) << address;
-        EXPECT_NEAR(rectOf(window).left - rectOf(mainWindow).left, 700 * 96 / 1440, 1);
-        EXPECT_NEAR(rectOf(window).top - rectOf(mainWindow).top, 800 * 96 / 1440, 1);
+        EXPECT_NEAR(rectOf(window).left - rectOf(mainWindow).left, MulDiv(700, ProgramDriver::dpi(window), 1440), 1);
+        EXPECT_NEAR(rectOf(window).top - rectOf(mainWindow).top, MulDiv(800, ProgramDriver::dpi(window), 1440), 1);
         expectScaled([&] { return widthOf(control(ID_cmdClose)); });
         EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdClose));
         program->press(window, {key});

@@ -8,6 +8,7 @@
 #include "runtime/Runtime.h"
 #include "shell/frmMain.h"
 #include "tests/program/Installation.h"
+#include "tools/driver/Wine.h"
 #include "ui/MessageLoop.h"
 
 #include <gtest/gtest.h>
@@ -60,8 +61,8 @@ protected:
         if (situation.atStart)
             waitUntil([&] {
                 mainWindow = FindWindowW(L"frmMain", nullptr);
-                return IsWindowVisible(mainWindow) || (mainWindow && situation.configured) ||
-                       FindWindowW(L"#32770", nullptr);
+                return IsWindowVisible(mainWindow) ||
+                       (mainWindow && (situation.configured || program->boxOpen()));
             });
         else
             mainWindow = program->window(L"frmMain");
@@ -84,6 +85,7 @@ protected:
             return !open && program->window(L"frmMain", 0) == mainWindow && IsWindowEnabled(mainWindow);
         });
     }
+    void expectEndOrGoingOn(bool pumping);
     void expectEnd() {
         EXPECT_TRUE(program->ended());
         EXPECT_EQ(program->exitCode(), 0u);
@@ -94,8 +96,26 @@ protected:
     HWND mainWindow = nullptr, modal = nullptr;
 };
 
+/// On a user's Windows the services console would come up, or the question for an administrator.
+void postOther(const Arriving& other, HWND window) {
+    if (underWine() || other.parameter != ID_mnuSupportDienst)
+        other.post(window);
+}
+
 TEST_F(Reentrancy, TheProgramEndsAtOnceOrGoesOn) {
+    expectEndOrGoingOn(false);
+}
+
+TEST_F(Reentrancy, SoItDoesWhereComponentsHandleMessages) {
+    if (!Installation::canRegisterStandIn())
+        GTEST_SKIP() << "no place for the stand-in of the skin control";
+    expectEndOrGoingOn(true);
+}
+
+void Reentrancy::expectEndOrGoingOn(bool pumping) {
     for (const Situation& situation : situations) {
+        if (situation.pumping != pumping)
+            continue;
         SCOPED_TRACE(situation.name);
         installation.write(machineFile, situation.configured ? configured : "");
         installation.forgetStandIn();
@@ -120,7 +140,7 @@ TEST_F(Reentrancy, TheProgramEndsAtOnceOrGoesOn) {
             enter(situation);
             program->command(modal, situation.trigger);
             for (std::size_t i = 0; i < std::size(others); ++i)
-                others[(first + i) % std::size(others)].post(mainWindow);
+                postOther(others[(first + i) % std::size(others)], mainWindow);
             Sleep(100);
             ASSERT_TRUE(ready());
         }
@@ -174,7 +194,7 @@ TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
             if (ends)
                 endings[ending].post(window.handle());
             for (const Arriving& other : others)
-                other.post(window.handle());
+                postOther(other, window.handle());
             const ULONGLONG begin = GetTickCount64();
             wait.run(rt);
             EXPECT_TRUE(ends || GetTickCount64() - begin >= wait.least);

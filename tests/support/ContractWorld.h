@@ -30,6 +30,9 @@ public:
     /// None when there is no such file.
     virtual std::optional<std::string> bytes(const std::wstring& path) = 0;
 
+    /// Whether files of the tests may come into the Windows folder.
+    virtual bool ownsWindowsFolder() { return true; }
+
     virtual void setVariable(const std::wstring& name, const std::wstring& text) = 0;
 
     /// A program that runs until it is ended.

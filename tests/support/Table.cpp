@@ -4,7 +4,12 @@
 
 #include <charconv>
 #include <cwchar>
+#include <filesystem>
 #include <fstream>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace tarv {
 namespace {
@@ -30,6 +35,17 @@ Row cells(std::string_view line) {
     return row;
 }
 
+std::filesystem::path dataFolder() {
+#ifdef _WIN32
+    // Beside the program, which may have been taken to another machine.
+    wchar_t own[MAX_PATH];
+    GetModuleFileNameW(nullptr, own, MAX_PATH);
+    return std::filesystem::path(own).parent_path() / "data";
+#else
+    return TARV_TEST_DATA;
+#endif
+}
+
 std::wstring shortest(double number) {
     char digits[32];
     return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
@@ -38,7 +54,7 @@ std::wstring shortest(double number) {
 } // namespace
 
 void checkTable(const char* name, const std::function<std::wstring(const Row&)>& answer) {
-    std::ifstream file(std::string(TARV_TEST_DATA "/") + name);
+    std::ifstream file(dataFolder() / name);
     EXPECT_TRUE(file) << "no table " << name;
     for (std::string line; std::getline(file, line);) {
         if (line.empty() || line.front() == '#')

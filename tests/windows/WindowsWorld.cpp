@@ -1,5 +1,6 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
+#include "tools/driver/Wine.h"
 
 #include <filesystem>
 #include <fstream>
@@ -39,6 +40,7 @@ public:
         std::ifstream file(fs::path(path), std::ios::binary);
         return file ? std::optional(std::string(std::istreambuf_iterator(file), {})) : std::nullopt;
     }
+    bool ownsWindowsFolder() override { return underWine(); }
     void setVariable(const std::wstring& name, const std::wstring& text) override {
         SetEnvironmentVariableW(name.c_str(), text.c_str());
     }

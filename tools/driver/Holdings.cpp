@@ -1,5 +1,7 @@
 #include "tools/driver/Holdings.h"
 
+#include "tools/driver/Wine.h"
+
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -75,6 +77,13 @@ int kernelHandles(HANDLE process) {
 Holdings holdingsOf(HANDLE process) {
     PROCESS_MEMORY_COUNTERS memory{};
     GetProcessMemoryInfo(process, &memory, sizeof memory);
+    if (!underWine()) {
+        DWORD handles = 0;
+        GetProcessHandleCount(process, &handles);
+        return {static_cast<int>(GetGuiResources(process, GR_USEROBJECTS)),
+                static_cast<int>(GetGuiResources(process, GR_GDIOBJECTS)), static_cast<int>(handles),
+                memory.PagefileUsage};
+    }
     return {userObjects(), gdiObjects(process), kernelHandles(process), memory.PagefileUsage};
 }
 

@@ -8,10 +8,10 @@ namespace tarv::program {
 
 /// What a running program holds: objects, handles, bytes of its own memory.
 ///
-/// GetGuiResources, GetProcessHandleCount and PrivateUsage would be the usual questions; Wine answers 0 to
-/// each, whatever the program holds.
+/// GetGuiResources, GetProcessHandleCount and PrivateUsage are the usual questions. Wine answers 0 to each,
+/// whatever the program holds, so there the system's tables are counted.
 struct Holdings {
-    int user = 0; // of the whole session: windows, menus, icons, cursors
+    int user = 0; // windows, menus, icons, cursors; under Wine those of the whole session
     int gdi = 0;
     int kernel = 0;
     std::size_t memory = 0;

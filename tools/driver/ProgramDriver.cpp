@@ -166,7 +166,15 @@ void ProgramDriver::command(HWND window, int id) {
 
 void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
     SetForegroundWindow(window);
+    const auto inFront = [&] {
+        DWORD process = 0;
+        GetWindowThreadProcessId(GetForegroundWindow(), &process);
+        return process == process_.dwProcessId;
+    };
     for (const int key : keys) {
+        if (!waitUntil(inFront, 2000)) {
+            return;
+        }
         std::vector<INPUT> inputs;
         const auto add = [&](int code, DWORD flags) {
             INPUT input{};
@@ -212,6 +220,19 @@ bool ProgramDriver::copied(const std::wstring& wanted) {
         }
         return text == wanted;
     });
+}
+
+int ProgramDriver::dpi(HWND window) {
+    // Since Windows 10; before it, all screens had that of the first.
+    const auto ofWindow = reinterpret_cast<UINT(WINAPI*)(HWND)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "GetDpiForWindow")));
+    if (ofWindow) {
+        return static_cast<int>(ofWindow(window));
+    }
+    const HDC screen = GetDC(nullptr);
+    const int ofScreen = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    return ofScreen;
 }
 
 void ProgramDriver::changeDpi(HWND window, int from, int to) {

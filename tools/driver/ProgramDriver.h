@@ -40,14 +40,18 @@ public:
 
     /// Waits until so many boxes have come up, answering them.
     bool answered(std::size_t boxes);
+    /// A box has come up that is still to be answered.
+    bool boxOpen() { return findWindow(L"#32770") != nullptr; }
     /// "title: text" of every box answered so far.
     const std::vector<std::wstring>& boxes() const { return boxes_; }
 
     void command(HWND window, int id);
     /// Presses keys one after the other as the user's keyboard would; a negative one is held down with Ctrl.
+    /// They go to the window in front: when that is another program's, none is pressed.
     void press(HWND window, std::initializer_list<int> keys);
     /// Waits until the control with this id of the window has the focus.
     static bool focusOn(HWND window, int id);
+    static int dpi(HWND window);
     /// Changes the window's DPI as moving it to another screen does; size and place go with it.
     void changeDpi(HWND window, int from, int to);
 
