@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -320,7 +321,16 @@ private:
 
 class Check {
 public:
-    Check(const fs::path& kit, Protocol& protocol) : kit_(kit), protocol_(protocol) {}
+    Check(const fs::path& kit, Protocol& protocol) : kit_(kit), protocol_(protocol), parts_(parts()) {}
+    /// The tests' children and traces write beside their programs.
+    ~Check() {
+        std::error_code busy;
+        for (const fs::path& file : parts())
+            if (!parts_.contains(file))
+                fs::remove(file, busy);
+    }
+    Check(const Check&) = delete;
+    Check& operator=(const Check&) = delete;
 
     void testProgram(const wchar_t* name, const std::wstring& filter, const std::string& obstacle) {
         const std::wstring program = L"\"" + (kit_ / L"Dateien\\tests" / name).wstring() + L".exe\" ";
@@ -373,8 +383,14 @@ private:
             protocol_.fail(test, "hat hinterlassen:" + toUtf8(left) + "\n");
     }
 
+    std::set<fs::path> parts() const {
+        const fs::recursive_directory_iterator all(kit_ / L"Dateien");
+        return {begin(all), end(all)};
+    }
+
     fs::path kit_;
     Protocol& protocol_;
+    const std::set<fs::path> parts_;
     const Workshop workshop_;
     const RegistryKeys keys_;
     const Clipboard clipboard_;
@@ -385,7 +401,7 @@ private:
 int wmain(int count, wchar_t** arguments) {
     const fs::path kit = ownFolder().parent_path();
     const std::wstring argument = count > 1 ? arguments[1] : L"";
-    const bool complete = argument.empty();
+    const bool complete = argument.empty(), withPictures = complete || argument == L"/kurz";
     if (FindWindowW(L"frmMain", nullptr)) {
         print(L"Bitte beenden Sie zuerst das TARVENIK Serviceprogramm und starten Sie die Prüfung dann noch einmal.\n");
         return 2;
@@ -416,7 +432,7 @@ int wmain(int count, wchar_t** arguments) {
         check.testProgram(L"tarv_tests", filter, {});
         check.testProgram(L"tarv_windows_tests", filter, {});
         check.testProgram(L"tarv_program_tests", filter, obstacle);
-        if (!stopped && (complete || argument == L"/kurz"))
+        if (withPictures && !stopped)
             check.takePictures(obstacle);
     }
     protocol.writeDetails();
@@ -428,7 +444,7 @@ int wmain(int count, wchar_t** arguments) {
     protocol.write("\n" + sum + "\n");
     print(L"\n" + std::wstring(sum.begin(), sum.end()) + L"\n\nDie Prüfung ist fertig. Das Ergebnis steht in der Datei\n    " +
           (kit / L"ergebnis.txt").wstring() + L"\n");
-    if (fs::exists(kit / L"Bilder"))
+    if (withPictures && fs::exists(kit / L"Bilder"))
         print(L"Bilder der Fenster liegen im Ordner\n    " + (kit / L"Bilder").wstring() + L"\n");
     return protocol.failed == 0 && protocol.passed > 0 && !stopped ? 0 : 1;
 }
