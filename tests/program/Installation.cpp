@@ -85,9 +85,8 @@ std::string Installation::read(const std::wstring& name) const {
 
 bool Installation::canRegisterStandIn() {
     // Who runs with all his rights is shown no classes of the user.
-    return underWine() ||
-           (!elevated() &&
-            RegQueryValueW(HKEY_CLASSES_ROOT, skinKey, nullptr, nullptr) == ERROR_FILE_NOT_FOUND);
+    return underWine() || (!elevated() && RegQueryValueW(HKEY_CLASSES_ROOT, skinKey, nullptr, nullptr) ==
+                                              ERROR_FILE_NOT_FOUND);
 }
 
 void Installation::registerStandIn(bool pumping) {

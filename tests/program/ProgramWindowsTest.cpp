@@ -95,8 +95,10 @@ TEST_F(ProgramWindows, HiddenEntryShowsTheAddressBesideTheMainWindow) {
                   L"IP-Adresse IP-Adresse Schließen");
         const std::wstring address = textOf(ID_Label1);
         EXPECT_EQ(std::count(address.begin(), address.end(), L'.'), 3) << address;
-        EXPECT_NEAR(rectOf(window).left - rectOf(mainWindow).left, MulDiv(700, ProgramDriver::dpi(window), 1440), 1);
-        EXPECT_NEAR(rectOf(window).top - rectOf(mainWindow).top, MulDiv(800, ProgramDriver::dpi(window), 1440), 1);
+        EXPECT_NEAR(rectOf(window).left - rectOf(mainWindow).left,
+                    MulDiv(700, ProgramDriver::dpi(window), 1440), 1);
+        EXPECT_NEAR(rectOf(window).top - rectOf(mainWindow).top,
+                    MulDiv(800, ProgramDriver::dpi(window), 1440), 1);
         expectScaled([&] { return widthOf(control(ID_cmdClose)); });
         EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdClose));
         program->press(window, {key});

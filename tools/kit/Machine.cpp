@@ -11,8 +11,7 @@ namespace {
 
 template <class Function>
 Function systemFunction(const wchar_t* library, const char* name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(library), name)));
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(library), name)));
 }
 
 /// An entry of this machine's registry, as 64-bit programs see it; empty where there is none.
@@ -20,7 +19,8 @@ std::wstring entry(const wchar_t* key, const wchar_t* name) {
     wchar_t text[256] = L"";
     DWORD number = 0, size = sizeof text, numberSize = sizeof number;
     constexpr DWORD wide = 0x00010000; // RRF_SUBKEY_WOW6464KEY
-    if (RegGetValueW(HKEY_LOCAL_MACHINE, key, name, RRF_RT_REG_DWORD | wide, nullptr, &number, &numberSize) == 0)
+    if (RegGetValueW(HKEY_LOCAL_MACHINE, key, name, RRF_RT_REG_DWORD | wide, nullptr, &number, &numberSize) ==
+        0)
         return std::to_wstring(number);
     RegGetValueW(HKEY_LOCAL_MACHINE, key, name, RRF_RT_REG_SZ | wide, nullptr, text, &size);
     return text;
@@ -72,8 +72,8 @@ BOOL CALLBACK noteScreen(HMONITOR screen, HDC, RECT*, LPARAM parameter) {
     if (const auto ofScreen =
             systemFunction<HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*)>(L"shcore", "GetDpiForMonitor"))
         ofScreen(screen, 0, &x, &y);
-    all += (all.empty() ? L"" : L"; ") + std::to_wstring(info.rcMonitor.right - info.rcMonitor.left) + L" x " +
-           std::to_wstring(info.rcMonitor.bottom - info.rcMonitor.top) + L", " + std::to_wstring(x) +
+    all += (all.empty() ? L"" : L"; ") + std::to_wstring(info.rcMonitor.right - info.rcMonitor.left) +
+           L" x " + std::to_wstring(info.rcMonitor.bottom - info.rcMonitor.top) + L", " + std::to_wstring(x) +
            L" dpi (" + std::to_wstring(x * 100 / 96) + L" %)";
     return TRUE;
 }

@@ -9,7 +9,8 @@ std::string toUtf8(const std::wstring& text);
 /// What may make a test come out differently on this machine, a line for each fact, German.
 std::string describeMachine();
 
-/// Why the program must not be tested here, since it would use the settings of the installed suite; else empty.
+/// Why the program must not be tested here, since it would use the settings of the installed suite; else
+/// empty.
 std::string obstacleForTheProgram();
 
 } // namespace tarv::kit

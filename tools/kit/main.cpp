@@ -1,6 +1,7 @@
 // tarv_kit [/kurz | TESTS]: runs the test programs of the check kit suite by suite, takes the pictures of the
-// program's windows, and writes ergebnis.txt beside the kit's pruefen.cmd. /kurz takes a few tests of each kind,
-// TESTS those that a GoogleTest filter names, both without what takes long. Exit code 0: nothing failed.
+// program's windows, and writes ergebnis.txt beside the kit's pruefen.cmd. /kurz takes a few tests of each
+// kind, TESTS those that a GoogleTest filter names, both without what takes long. Exit code 0: nothing
+// failed.
 
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "tools/kit/Machine.h"
@@ -23,7 +24,7 @@ namespace fs = std::filesystem;
 using tarv::kit::toUtf8;
 
 constexpr DWORD longestSuite = 300'000; // milliseconds
-constexpr wchar_t shortSelection[] = 
+constexpr wchar_t shortSelection[] =
     L"Tables.*:Border.*:ErrorComponentTest.*:StarterProcesses.*:ProgramWindows.Main*:Soak.*";
 
 std::atomic<HANDLE> running; // the job of what is running now
@@ -193,9 +194,10 @@ public:
             }
             ++next;
         }
-        const std::string end = stopped                       ? "vom Benutzer abgebrochen"
-                                : ended.code == WAIT_TIMEOUT ? "wird nicht fertig und ist beendet worden"
-                                                              : "ist abgestürzt, Code " + std::to_string(ended.code);
+        const std::string end = stopped ? "vom Benutzer abgebrochen"
+                                : ended.code == WAIT_TIMEOUT
+                                    ? "wird nicht fertig und ist beendet worden"
+                                    : "ist abgestürzt, Code " + std::to_string(ended.code);
         for (bool first = true; next < suite.tests.size(); ++next, first = false)
             fail(suite.tests[next], first ? text + end + "\n" : "nicht gelaufen\n");
     }
@@ -288,8 +290,8 @@ private:
     std::wstring text_;
 };
 
-/// The keys of this user that tests make, and take away again unless they are ended before. Those that are there
-/// at the start are none of ours.
+/// The keys of this user that tests make, and take away again unless they are ended before. Those that are
+/// there at the start are none of ours.
 class RegistryKeys {
 public:
     RegistryKeys() {
@@ -340,7 +342,8 @@ public:
         for (const Suite& suite : suitesIn(listed.output)) {
             if (stopped)
                 return;
-            const ResultLine line(protocol_, toUtf8(name) + "  " + suite.name.substr(0, suite.name.size() - 1));
+            const ResultLine line(protocol_,
+                                  toUtf8(name) + "  " + suite.name.substr(0, suite.name.size() - 1));
             std::wstring tests;
             for (const std::string& test : suite.tests) {
                 tests += std::wstring(test.begin(), test.end()) + L":";
@@ -365,10 +368,10 @@ public:
         fs::copy(from / L"Beispiel", example / L"TARVENIK");
         fs::create_directory(pictures);
         SetEnvironmentVariableW(L"ProgramData", example.c_str());
-        const Ended ended = run(L"\"" + (from / L"tarv_screenshots.exe").wstring() + L"\" \"" +
-                                    (program / L"TarvService.exe").wstring() + L"\" \"" + pictures.wstring() +
-                                    L"\"",
-                                workshop_);
+        const Ended ended =
+            run(L"\"" + (from / L"tarv_screenshots.exe").wstring() + L"\" \"" +
+                    (program / L"TarvService.exe").wstring() + L"\" \"" + pictures.wstring() + L"\"",
+                workshop_);
         if (ended.code == 0 && ended.output.ends_with("screenshots complete\n"))
             protocol_.pass();
         else
@@ -403,7 +406,8 @@ int wmain(int count, wchar_t** arguments) {
     const std::wstring argument = count > 1 ? arguments[1] : L"";
     const bool complete = argument.empty(), withPictures = complete || argument == L"/kurz";
     if (FindWindowW(L"frmMain", nullptr)) {
-        print(L"Bitte beenden Sie zuerst das TARVENIK Serviceprogramm und starten Sie die Prüfung dann noch einmal.\n");
+        print(L"Bitte beenden Sie zuerst das TARVENIK Serviceprogramm und starten Sie die Prüfung dann noch "
+              L"einmal.\n");
         return 2;
     }
     Protocol protocol(kit / L"ergebnis.txt");
@@ -415,9 +419,11 @@ int wmain(int count, wchar_t** arguments) {
     if (complete)
         print(L"Die Prüfung dauert einige Minuten. Fenster gehen dabei von selbst auf und zu.\n"
               L"Bitte benutzen Sie Maus und Tastatur nicht, bis hier steht, dass sie fertig ist.\n\n");
-    protocol.write("\xEF\xBB\xBFTARVENIK Serviceprogramm, Prüfung auf diesem Rechner\n\nProgramm:       " TARV_VERSION ", " +
-                   std::to_string(sizeof(void*) * 8) + " Bit\n" + tarv::kit::describeMachine() +
-                   (complete ? "" : "Auswahl:        " + toUtf8(argument) + "\n") + "\n");
+    protocol.write(
+        "\xEF\xBB\xBFTARVENIK Serviceprogramm, Prüfung auf diesem Rechner\n\nProgramm:       " TARV_VERSION
+        ", " +
+        std::to_string(sizeof(void*) * 8) + " Bit\n" + tarv::kit::describeMachine() +
+        (complete ? "" : "Auswahl:        " + toUtf8(argument) + "\n") + "\n");
 
     SetConsoleCtrlHandler(stop, TRUE);
     // Inherited by all that we start: no box for a crash, no question because the files came by mail.
@@ -442,7 +448,8 @@ int wmain(int count, wchar_t** arguments) {
                             " failed" +
                             (protocol.skipped ? ", " + std::to_string(protocol.skipped) + " skipped" : "");
     protocol.write("\n" + sum + "\n");
-    print(L"\n" + std::wstring(sum.begin(), sum.end()) + L"\n\nDie Prüfung ist fertig. Das Ergebnis steht in der Datei\n    " +
+    print(L"\n" + std::wstring(sum.begin(), sum.end()) +
+          L"\n\nDie Prüfung ist fertig. Das Ergebnis steht in der Datei\n    " +
           (kit / L"ergebnis.txt").wstring() + L"\n");
     if (withPictures && fs::exists(kit / L"Bilder"))
         print(L"Bilder der Fenster liegen im Ordner\n    " + (kit / L"Bilder").wstring() + L"\n");
