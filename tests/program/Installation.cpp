@@ -49,18 +49,20 @@ std::wstring Installation::testFolder() {
 
 Installation::Installation()
     : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
-    // The suite's settings lie in the Windows folder. Those of a user are none of ours.
+    // The suite's settings lie in the Windows folder. Those of a user are none of ours; what the program
+    // writes there, where it may, goes before the next test.
     wchar_t windows[MAX_PATH];
     GetWindowsDirectoryW(windows, MAX_PATH);
     const fs::path settings = fs::path(windows) / L"Pexoran.INI";
-    if (!underWine() && fs::exists(settings))
+    static const bool usersOwn = !underWine() && fs::exists(settings);
+    if (usersOwn)
         throw std::runtime_error("the suite is installed here");
     std::error_code ignored;
+    fs::remove(settings, ignored);
     fs::remove_all(folder_, ignored); // of a test that was ended
     for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
         fs::create_directories(path(folder));
     fs::copy_file(fs::path(testFolder()).parent_path() / programFile, path(programFile));
-    fs::remove(settings);
     environment[L"ProgramData"] = path(L"Daten");
 }
 

@@ -4,8 +4,6 @@
 
 #include <windows.h>
 
-#include <filesystem>
-
 namespace tarv::kit {
 namespace {
 
@@ -114,14 +112,18 @@ std::string describeMachine() {
 }
 
 std::string obstacleForTheProgram() {
-    wchar_t windows[MAX_PATH], own[MAX_PATH];
-    GetWindowsDirectoryW(windows, MAX_PATH);
-    ExpandEnvironmentStringsW(L"%LOCALAPPDATA%\\VirtualStore\\Windows", own, MAX_PATH);
-    for (const wchar_t* folder : {windows, own})
-        if (std::filesystem::exists(std::wstring(folder) + L"\\Pexoran.INI"))
-            return toUtf8(L"die Programme sind auf diesem Rechner eingerichtet (" + std::wstring(folder) +
-                          L"\\Pexoran.INI)");
+    wchar_t own[MAX_PATH];
+    ExpandEnvironmentStringsW(L"%LOCALAPPDATA%\\VirtualStore\\Windows\\Pexoran.INI", own, MAX_PATH);
+    for (const std::filesystem::path& file : {suiteSettings(), std::filesystem::path(own)})
+        if (std::filesystem::exists(file))
+            return toUtf8(L"die Programme sind auf diesem Rechner eingerichtet (" + file.wstring() + L")");
     return {};
+}
+
+std::filesystem::path suiteSettings() {
+    wchar_t windows[MAX_PATH];
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    return std::filesystem::path(windows) / L"Pexoran.INI";
 }
 
 } // namespace tarv::kit

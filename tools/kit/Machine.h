@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace tarv::kit {
@@ -12,5 +13,8 @@ std::string describeMachine();
 /// Why the program must not be tested here, since it would use the settings of the installed suite; else
 /// empty.
 std::string obstacleForTheProgram();
+
+/// The file with the settings of all users. The program writes defaults into it where it may.
+std::filesystem::path suiteSettings();
 
 } // namespace tarv::kit

@@ -175,6 +175,7 @@ public:
         std::istringstream lines(ended.output);
         std::string line, text;
         std::size_t next = 0;
+        bool suiteFailed = false;
         while (std::getline(lines, line) && next < suite.tests.size()) {
             const std::string& test = suite.tests[next];
             const auto says = [&](const char* word) { return line.starts_with(word + test); };
@@ -185,7 +186,7 @@ public:
             if (says("[       OK ] "))
                 pass();
             else if (says("[  FAILED  ] "))
-                fail(test, text);
+                suiteFailed = true, fail(test, text);
             else if (says("[  SKIPPED ] "))
                 leaveOut(test, text);
             else {
@@ -194,10 +195,11 @@ public:
             }
             ++next;
         }
-        const std::string end = stopped ? "vom Benutzer abgebrochen"
-                                : ended.code == WAIT_TIMEOUT
-                                    ? "wird nicht fertig und ist beendet worden"
-                                    : "ist abgestürzt, Code " + std::to_string(ended.code);
+        const std::string end = stopped                      ? "vom Benutzer abgebrochen"
+                                : ended.code == WAIT_TIMEOUT ? "wird nicht fertig und ist beendet worden"
+                                                             : "endet mit Code " + std::to_string(ended.code);
+        if (next == suite.tests.size() && ended.code != 0 && !suiteFailed)
+            fail(suite.name, text + end + "\n");
         for (bool first = true; next < suite.tests.size(); ++next, first = false)
             fail(suite.tests[next], first ? text + end + "\n" : "nicht gelaufen\n");
     }
@@ -361,8 +363,8 @@ public:
         const ResultLine line(protocol_, "Bilder");
         if (!obstacle.empty())
             return protocol_.leaveOut("Bilder", obstacle);
-        const fs::path from = kit_ / L"Dateien", example = workshop_.folder / L"t\\Daten";
-        const fs::path program = workshop_.folder / L"t\\Programm", pictures = kit_ / L"Bilder";
+        const fs::path from = kit_ / L"Dateien", example = workshop_.folder / L"Daten";
+        const fs::path program = workshop_.folder / L"Programm", pictures = kit_ / L"Bilder";
         fs::copy(from / L"Programm", program);
         fs::create_directories(example);
         fs::copy(from / L"Beispiel", example / L"TARVENIK");
@@ -376,12 +378,16 @@ public:
             protocol_.pass();
         else
             protocol_.fail("Bilder", ended.output);
-        workshop_.leftovers();
+        expectNothingLeft("Bilder");
     }
 
 private:
     void expectNothingLeft(const std::string& test) {
         const std::wstring left = workshop_.leftovers() + keys_.leftovers();
+        if (newSettings_) {
+            std::error_code none;
+            fs::remove(tarv::kit::suiteSettings(), none);
+        }
         if (!left.empty() && !stopped)
             protocol_.fail(test, "hat hinterlassen:" + toUtf8(left) + "\n");
     }
@@ -394,6 +400,7 @@ private:
     fs::path kit_;
     Protocol& protocol_;
     const std::set<fs::path> parts_;
+    const bool newSettings_ = !fs::exists(tarv::kit::suiteSettings());
     const Workshop workshop_;
     const RegistryKeys keys_;
     const Clipboard clipboard_;
