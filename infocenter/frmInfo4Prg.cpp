@@ -55,8 +55,10 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
         addControl(WC_TREEVIEWW, tabCaptions[tabIniFile],
                    TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | WS_TABSTOP,
                    WS_EX_CLIENTEDGE, ID_treeView));
-    addControl(WC_BUTTONW, TranslateText(L"B&eenden").c_str(), BS_PUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0,
-               ID_cmdEnd);
+    // A page that grows covers the button's former place. Only with WS_CLIPSIBLINGS does Windows know that
+    // what stands there is no longer the button, and must not go with it to its new place.
+    addControl(WC_BUTTONW, TranslateText(L"B&eenden").c_str(),
+               BS_PUSHBUTTON | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, 0, ID_cmdEnd);
     // Siblings paint in this order: the pages lie on top of the tab control.
     SetWindowPos(tabs, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SkinFramework1_ = {rt_.platform.automation.create(skinControlProgId).valueOr(nullptr), platformHandle()};

@@ -45,10 +45,8 @@ protected:
     }
     void expectClosed() {
         EXPECT_TRUE(program->gone(window));
-        EXPECT_TRUE(waitUntil([&] {
-            return IsWindowEnabled(mainWindow) && IsWindowVisible(mainWindow) &&
-                   GetForegroundWindow() == mainWindow;
-        }));
+        EXPECT_TRUE(
+            waitUntil([&] { return IsWindowEnabled(mainWindow) && GetForegroundWindow() == mainWindow; }));
     }
     /// Changes the DPI of the window there and back, and checks a length that goes with it.
     void expectScaled(const std::function<LONG()>& length) {
@@ -59,6 +57,12 @@ protected:
             program->changeDpi(window, std::exchange(former, dpi), dpi);
             EXPECT_NEAR(length(), MulDiv(original, dpi, own), 2) << dpi;
         }
+    }
+    /// Compares the picture with the one after everything has been drawn anew.
+    void expectDrawnWhole(const char* after) {
+        const auto shown = ProgramDriver::picture(window);
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        EXPECT_TRUE(shown == ProgramDriver::picture(window)) << after;
     }
     HWND control(int id) const { return GetDlgItem(window, id); }
     std::wstring textOf(int id) const { return ProgramDriver::text(control(id)); }
@@ -175,6 +179,35 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
         EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
     }
     program->press(window, {VK_ESCAPE});
+    expectClosed();
+}
+
+TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
+    SetCursorPos(0, 0); // what lies under the pointer looks different
+    const auto change = [&](LONG x, LONG y) {
+        SetWindowPos(window, nullptr, 0, 0, widthOf(window) + x, heightOf(window) + y,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    const auto changeAll = [&] {
+        change(90, 60);
+        expectDrawnWhole("growing");
+        change(-150, -110);
+        expectDrawnWhole("shrinking");
+        ShowWindow(window, SW_MAXIMIZE);
+        expectDrawnWhole("maximising");
+        ShowWindow(window, SW_RESTORE);
+        expectDrawnWhole("restoring");
+        change(60, 50);
+    };
+    changeAll();
+    program->command(mainWindow, ID_mnuInfo);
+    expectOpen(L"frmInfo4Prg");
+    program->press(window, {VK_TAB}); // away from the caret
+    EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdEnd));
+    changeAll();
+    SendMessageW(control(ID_SSTab1), TCM_SETCURFOCUS, 1, 0);
+    changeAll();
+    program->command(window, ID_cmdEnd);
     expectClosed();
 }
 

@@ -143,6 +143,20 @@ bool ProgramDriver::gone(HWND window, DWORD milliseconds) {
         milliseconds);
 }
 
+bool ProgramDriver::ready(HWND window, DWORD milliseconds) {
+    return waitUntil(
+        [&] {
+            answerBoxes();
+            if (!IsWindowEnabled(window)) {
+                return false;
+            }
+            // Answered in the message loop, or in that of a box that disables the window.
+            ask(window, WM_NULL, 0, 0);
+            return IsWindowEnabled(window) != FALSE;
+        },
+        milliseconds);
+}
+
 bool ProgramDriver::answered(std::size_t boxes) {
     return waitUntil([&] {
         answerBoxes();

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -35,6 +36,9 @@ public:
     HWND window(const wchar_t* windowClass, DWORD milliseconds = 30000);
     bool gone(HWND window, DWORD milliseconds = 20000);
     bool ended(DWORD milliseconds = 20000);
+    /// Waits until the window takes commands: it is enabled, and what its last one did behind a modal window
+    /// is done.
+    bool ready(HWND window, DWORD milliseconds = 20000);
     DWORD exitCode() const;
     HANDLE process() const { return process_.hProcess; }
 
@@ -63,7 +67,9 @@ public:
     /// The nodes of the first groups (of all by default); each is opened first, as a user would.
     std::vector<TreeNode> tree(HWND treeView, std::size_t mostGroups = SIZE_MAX);
 
-    /// Waits until the window's picture on the screen no longer changes, and saves it as a bitmap file.
+    /// Waits until the window's picture on the screen no longer changes: its pixels.
+    static std::vector<std::uint8_t> picture(HWND window);
+    /// The same, saved as a bitmap file.
     static bool savePicture(HWND window, const std::wstring& file);
 
 private:

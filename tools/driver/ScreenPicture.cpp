@@ -1,6 +1,5 @@
 #include "tools/driver/ProgramDriver.h"
 
-#include <cstdint>
 #include <utility>
 
 namespace tarv::program {
@@ -53,9 +52,8 @@ bool write(const Shot& shot, const std::wstring& file) {
     return complete;
 }
 
-} // namespace
-
-bool ProgramDriver::savePicture(HWND window, const std::wstring& file) {
+/// A blinking caret keeps a window from being steady: then the last of many shots.
+Shot shootSteady(HWND window) {
     Shot shot = shootScreen(window);
     int unchanged = 0;
     waitUntil(
@@ -67,7 +65,17 @@ bool ProgramDriver::savePicture(HWND window, const std::wstring& file) {
             return unchanged == 3;
         },
         5000);
-    return write(shot, file);
+    return shot;
+}
+
+} // namespace
+
+std::vector<std::uint8_t> ProgramDriver::picture(HWND window) {
+    return shootSteady(window).pixels;
+}
+
+bool ProgramDriver::savePicture(HWND window, const std::wstring& file) {
+    return write(shootSteady(window), file);
 }
 
 } // namespace tarv::program
