@@ -86,10 +86,12 @@ void frmMain::sizeStartPicture() {
 }
 
 void frmMain::centreOnScreen() {
-    const ui::TwipsSize screen{ui::toTwips(GetSystemMetrics(SM_CXSCREEN), dpi()),
-                               ui::toTwips(GetSystemMetrics(SM_CYSCREEN), dpi())};
-    const ui::TwipsSize window = outerSizeInTwips();
-    moveTo({pixels(centred(screen.width, window.width)), pixels(centred(screen.height, window.height))});
+    moveAcrossScreens([&] {
+        const ui::TwipsSize screen{ui::toTwips(GetSystemMetrics(SM_CXSCREEN), dpi()),
+                                   ui::toTwips(GetSystemMetrics(SM_CYSCREEN), dpi())};
+        const ui::TwipsSize window = outerSizeInTwips();
+        moveTo({pixels(centred(screen.width, window.width)), pixels(centred(screen.height, window.height))});
+    });
 }
 
 void frmMain::showVersion() {

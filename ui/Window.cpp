@@ -31,6 +31,14 @@ SIZE sizeOf(const RECT& rect) {
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
+/// Work area of the screen that shows most of `window`, else of the primary one.
+RECT workAreaOf(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
 } // namespace
 
 Font makeFont(const wchar_t* face, int points, int dpi, DWORD family) {
@@ -113,16 +121,15 @@ void Window::moveTo(POINT corner) {
 }
 
 void Window::centreOnWorkArea(HWND reference) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(reference, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    RECT rect{};
-    GetWindowRect(handle_, &rect);
-    const SIZE area = sizeOf(monitor.rcWork);
-    const SIZE size{std::min(sizeOf(rect).cx, area.cx), std::min(sizeOf(rect).cy, area.cy)};
-    SetWindowPos(handle_, nullptr, monitor.rcWork.left + (area.cx - size.cx) / 2,
-                 monitor.rcWork.top + (area.cy - size.cy) / 2, size.cx, size.cy,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT screen = workAreaOf(reference);
+    const SIZE area = sizeOf(screen);
+    moveAcrossScreens([&] {
+        RECT rect{};
+        GetWindowRect(handle_, &rect);
+        const SIZE size{std::min(sizeOf(rect).cx, area.cx), std::min(sizeOf(rect).cy, area.cy)};
+        SetWindowPos(handle_, nullptr, screen.left + (area.cx - size.cx) / 2,
+                     screen.top + (area.cy - size.cy) / 2, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    });
 }
 
 void Window::close() {
@@ -222,7 +229,9 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_GETMINMAXINFO:
         if (minimumClient_.width > 0) {
             const SIZE least = outerSizeFor(minimumClient_);
-            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.cx, least.cy};
+            const SIZE area = sizeOf(workAreaOf(handle_));
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {std::min(least.cx, area.cx),
+                                                                     std::min(least.cy, area.cy)};
         }
         return 0;
     case WM_DPICHANGED:

@@ -15,7 +15,7 @@ struct WindowDescription {
     DWORD style;
     DWORD extendedStyle = 0;
     TwipsSize client{};
-    /// Zero: the window may become as small as Windows allows.
+    /// Zero: the window may become as small as Windows allows. Never more than the screen's work area.
     TwipsSize minimumClient{};
     Menu menu{};
     int iconResource = 0;
@@ -66,6 +66,16 @@ protected:
 
     /// Puts the window (outer size unchanged) at a place on the screen, in pixels.
     void moveTo(POINT corner);
+    /// Runs `move`, and again when it has taken the window to a screen with another DPI: its size then
+    /// changes.
+    template <class Move>
+    void moveAcrossScreens(Move move) {
+        const int former = dpi_;
+        move();
+        if (dpi_ != former) {
+            move();
+        }
+    }
     void centreOnWorkArea(HWND reference);
     /// The control that has the focus when the window appears; otherwise the first one that can have it.
     void focusFirst(int id) { lastFocus_ = control(id); }

@@ -211,5 +211,19 @@ TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     expectClosed();
 }
 
+TEST_F(ProgramWindows, LeastSizeNeverExceedsTheWorkArea) {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const RECT former = rectOf(window);
+    constexpr int huge = 96 * 8;
+    program->changeDpi(window, 96, huge);
+    SetWindowPos(window, nullptr, 0, 0, 50, 50, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_LE(widthOf(window), area.right - area.left);
+    EXPECT_LE(heightOf(window), area.bottom - area.top);
+    program->changeDpi(window, huge, 96);
+    SetWindowPos(window, nullptr, former.left, former.top, former.right - former.left,
+                 former.bottom - former.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 } // namespace
 } // namespace tarv::program

@@ -1,0 +1,83 @@
+// The main window in this process, over the scripted border: what it does in which order.
+
+#include "app/resource.h"
+#include "runtime/RuntimeError.h"
+#include "scripted/FakePlatform.h"
+#include "shell/frmMain.h"
+#include "ui/MessageLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace tarv {
+namespace {
+
+class MainWindow : public testing::Test, protected World {
+protected:
+    MainWindow() {
+        const auto skin = fake.automation.object(L"skin");
+        skin->runs(2, [this](auto) {
+            onSkin();
+            return Value();
+        });
+        fake.automation.provided[std::wstring(skinControlProgId)] = skin;
+        window = std::make_unique<frmMain>(rt);
+    }
+    ~MainWindow() override {
+        onSent = nullptr;
+        UnhookWindowsHookEx(hook);
+    }
+    static LRESULT CALLBACK look(int code, WPARAM wParam, LPARAM lParam) {
+        if (onSent)
+            onSent(*reinterpret_cast<const CWPSTRUCT*>(lParam));
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    /// Changes the DPI of the window as soon as it has moved, as its way to another screen does.
+    void becomeLargerOnTheWay(const CWPSTRUCT& sent) {
+        if (sent.hwnd != window->handle() || sent.message != WM_MOVE || window->dpi() == 144)
+            return;
+        RECT rect{};
+        GetWindowRect(sent.hwnd, &rect);
+        rect.right += (rect.right - rect.left) / 2;
+        rect.bottom += (rect.bottom - rect.top) / 2;
+        SendMessageW(sent.hwnd, WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&rect));
+    }
+
+    std::unique_ptr<frmMain> window;
+    std::function<void()> onSkin = [] {};
+    static inline std::function<void(const CWPSTRUCT&)> onSent; // to any window of this thread
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, look, nullptr, GetCurrentThreadId());
+};
+
+TEST_F(MainWindow, LoadsSkinPicturePlaceAndVersionInThisOrder) {
+    std::vector<std::string> steps;
+    const auto step = [&](const char* name) {
+        if (steps.empty() || steps.back() != name)
+            steps.emplace_back(name);
+    };
+    onSkin = [&] { step("skin"); };
+    onSent = [&](const CWPSTRUCT& sent) {
+        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->control(ID_imgStartPic))
+            step("picture");
+        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->handle())
+            step("place");
+        if (sent.message == WM_SETTEXT && sent.hwnd == window->control(ID_lblVersion))
+            step("version");
+    };
+    window->load();
+    EXPECT_EQ(steps, (std::vector<std::string>{"skin", "picture", "place", "version"}));
+}
+
+TEST_F(MainWindow, IsCentredAlsoWhenTheWayToThePrimaryScreenChangesItsSize) {
+    onSent = [this](const CWPSTRUCT& sent) { becomeLargerOnTheWay(sent); };
+    window->load();
+    ASSERT_EQ(window->dpi(), 144);
+    RECT rect{};
+    GetWindowRect(window->handle(), &rect);
+    EXPECT_NEAR(rect.left, (GetSystemMetrics(SM_CXSCREEN) - (rect.right - rect.left)) / 2, 1);
+    EXPECT_NEAR(rect.top, (GetSystemMetrics(SM_CYSCREEN) - (rect.bottom - rect.top)) / 2, 1);
+}
+
+} // namespace
+} // namespace tarv
