@@ -129,7 +129,6 @@ void frmMain::mnuInfo_Click() {
     if (alive()) { // without a window the whole screen would be painted anew
         RedrawWindow(handle(), nullptr, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-        activate();
     }
 }
 
@@ -142,11 +141,15 @@ void frmMain::mnuSupportIPAdresse_Click() {
 }
 
 void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
+    RECT rect = part.rcItem;
+    // Also where drawing is off: what another window uncovers shows nothing, and nothing of that window.
+    FillRect(part.hDC, &rect, GetSysColorBrush(COLOR_BTNFACE));
+    if (!drawing_) {
+        return;
+    }
     RECT picture{};
     GetClientRect(control(ID_imgStartPic), &picture);
     const HBITMAP bitmap = startPicture_.bitmap(picture.right, picture.bottom);
-    RECT rect = part.rcItem;
-    FillRect(part.hDC, &rect, GetSysColorBrush(COLOR_BTNFACE));
     if (bitmap) {
         // The label shows its part of the picture as its background.
         POINT origin{0, 0};
@@ -188,11 +191,17 @@ void frmMain::onCommand(int id, int /*notification*/) {
 }
 
 LRESULT frmMain::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DRAWITEM) {
+    switch (message) {
+    case WM_DRAWITEM:
         drawPart(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
         return TRUE;
+    case WM_SETREDRAW:
+        // By default Windows would take WS_VISIBLE away: clicks would fall through to whatever lies behind.
+        drawing_ = wParam != 0;
+        return 0;
+    default:
+        return Window::onMessage(message, wParam, lParam);
     }
-    return Window::onMessage(message, wParam, lParam);
 }
 
 } // namespace tarv

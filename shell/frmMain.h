@@ -39,6 +39,7 @@ private:
     ui::Picture startPicture_;
     ui::Font versionFont_;
     bool modalOpen_ = false;
+    bool drawing_ = true;
 };
 
 } // namespace tarv

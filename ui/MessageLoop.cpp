@@ -62,7 +62,7 @@ void endProgram() {
     PostQuitMessage(0);
 }
 
-ModalScope::ModalScope(Window& window) : formerlyActive_(GetActiveWindow()) {
+ModalScope::ModalScope(Window& window) {
     for (const Window* other : uiThread().windows) {
         if (other != &window && IsWindowEnabled(other->handle_)) {
             EnableWindow(other->handle_, FALSE);
@@ -75,11 +75,8 @@ ModalScope::~ModalScope() {
     for (const HWND window : disabled_) {
         if (IsWindow(window)) {
             EnableWindow(window, TRUE);
+            SetActiveWindow(window);
         }
-    }
-    // Asked for by name: Windows would pass over a window whose drawing is switched off.
-    if (IsWindow(formerlyActive_)) {
-        SetActiveWindow(formerlyActive_);
     }
 }
 

@@ -16,7 +16,7 @@ void runMessageLoop();
 /// Destroys all windows and ends the message loops: the program is at its end.
 void endProgram();
 
-/// Disables the program's other windows while it lives; afterwards the window that was active gets the focus.
+/// Disables the program's other windows while it lives; afterwards the youngest of them is active.
 class ModalScope {
 public:
     explicit ModalScope(Window& window);
@@ -25,7 +25,6 @@ public:
     ModalScope& operator=(const ModalScope&) = delete;
 
 private:
-    HWND formerlyActive_;
     std::vector<HWND> disabled_;
 };
 

@@ -12,6 +12,7 @@ namespace tarv::ui {
 namespace {
 
 constexpr UINT largeIconMessage = WM_APP;
+constexpr UINT activatedDisabledMessage = WM_APP + 1;
 
 HINSTANCE program() {
     return GetModuleHandleW(nullptr);
@@ -135,16 +136,12 @@ void Window::centreOnWorkArea(HWND reference) {
 void Window::close() {
     if (modal_) {
         closing_ = true;
+        // GetMessage returns for posted messages only, and what closes the window may have been sent.
+        PostMessageW(handle_, WM_NULL, 0, 0);
     } else if (handle_ && uiThread().windows.front() == this) {
         endProgram(); // no modal window outlives the one it belongs to
     } else if (handle_) {
         DestroyWindow(handle_);
-    }
-}
-
-void Window::activate() {
-    if (handle_) {
-        SetActiveWindow(handle_);
     }
 }
 
@@ -202,6 +199,16 @@ void Window::restoreFocus() {
     }
 }
 
+void Window::bringModalToFront() {
+    for (const HWND window : {uiThread().windows.back()->handle_, handle_}) {
+        const HWND front = GetLastActivePopup(window); // a message box, if there is one
+        if (IsWindowVisible(front) && IsWindowEnabled(front)) {
+            SetForegroundWindow(front);
+            return;
+        }
+    }
+}
+
 LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(handle_, message, wParam, lParam);
 }
@@ -220,6 +227,11 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case largeIconMessage:
         showLargeIcon();
+        return 0;
+    case activatedDisabledMessage:
+        if (!IsWindowEnabled(handle_)) {
+            bringModalToFront();
+        }
         return 0;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {
@@ -255,13 +267,16 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         }
         if (static_cast<short>(LOWORD(lParam)) == HTERROR && HIWORD(lParam) == WM_LBUTTONDOWN) {
-            // A click on a window that a modal one has disabled brings the modal one to the front.
-            SetForegroundWindow(uiThread().windows.back()->handle_);
+            bringModalToFront(); // all that a disabled window hears of a click
         }
         break;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && IsChild(handle_, GetFocus())) {
             lastFocus_ = GetFocus();
+        }
+        if (LOWORD(wParam) != WA_INACTIVE && !IsWindowEnabled(handle_)) {
+            // By the taskbar or the task switcher. Another window can be activated once this one is.
+            PostMessageW(handle_, activatedDisabledMessage, 0, 0);
         }
         break;
     case WM_SETFOCUS:

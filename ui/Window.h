@@ -46,9 +46,6 @@ public:
     /// with it.
     void close();
 
-    /// Brings the window to the user, if it is alive.
-    void activate();
-
     /// Gives a keyboard message to the window before its control gets it. True when it has been used up.
     virtual bool translateKey(const MSG&) { return false; }
 
@@ -100,6 +97,7 @@ private:
     void changeDpi(int dpi, const RECT& suggested);
     void renewFont();
     void restoreFocus();
+    void bringModalToFront();
     SIZE outerSizeFor(TwipsSize client) const;
     void showIcon(WPARAM kind, int metric, Icon& icon);
     void showSmallIcon();

@@ -21,7 +21,7 @@ std::pair<LRESULT, std::size_t> shown(ProgramDriver& program) {
     const std::vector<TreeNode> first = program.tree(tree, 1);
     PostMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_TRUE(program.gone(window));
-    EXPECT_TRUE(waitUntil([&] { return program.window(L"frmMain", 0) && IsWindowEnabled(mainWindow); }));
+    EXPECT_TRUE(program.ready(mainWindow));
     return {groups, first.empty() ? 0 : first[0].children.size()};
 }
 

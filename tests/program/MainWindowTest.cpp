@@ -79,5 +79,28 @@ TEST_F(MainWindow, IsCentredAlsoWhenTheWayToThePrimaryScreenChangesItsSize) {
     EXPECT_NEAR(rect.top, (GetSystemMetrics(SM_CYSCREEN) - (rect.bottom - rect.top)) / 2, 1);
 }
 
+TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
+    std::vector<WPARAM> sentToMain;
+    onSent = [&](const CWPSTRUCT& sent) {
+        if (sent.message == WM_SETREDRAW && sent.hwnd == window->handle())
+            sentToMain.push_back(sent.wParam);
+        wchar_t kind[16] = L"";
+        GetClassNameW(sent.hwnd, kind, 16);
+        if (sent.message == WM_SHOWWINDOW && kind == std::wstring(L"frmInfo4Prg"))
+            PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
+    };
+    const std::vector<WPARAM> offAndOn{0, static_cast<WPARAM>(-1)};
+    window->show(SW_SHOW);
+    SendMessageW(window->handle(), WM_COMMAND, ID_mnuInfo, 0);
+    EXPECT_EQ(sentToMain, offAndOn);
+    EXPECT_TRUE(window->alive());
+
+    sentToMain.clear();
+    onSkin = [] { raise(error_number::overflow); };
+    SendMessageW(window->handle(), WM_COMMAND, ID_mnuInfo, 0);
+    EXPECT_EQ(sentToMain, offAndOn);
+    EXPECT_THROW(ui::runMessageLoop(), RuntimeError);
+}
+
 } // namespace
 } // namespace tarv

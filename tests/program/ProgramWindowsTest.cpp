@@ -113,7 +113,6 @@ TEST_F(ProgramWindows, HiddenEntryShowsTheAddressBesideTheMainWindow) {
 TEST_F(ProgramWindows, InfoCentreShowsReportAndTreeAndFollowsItsSize) {
     program->command(mainWindow, ID_mnuInfo);
     expectOpen(L"frmInfo4Prg");
-    EXPECT_FALSE(IsWindowVisible(mainWindow)) << "drawing is off";
     const HWND tabs = control(ID_SSTab1), report = control(ID_txtInfo), tree = control(ID_treeView);
     EXPECT_EQ(ProgramDriver::text(window) + textOf(ID_cmdEnd), L"InfocenterB&eenden");
     EXPECT_EQ(program->tabText(tabs, 0) + program->tabText(tabs, 1), L"InfoINI-Datei");
@@ -182,6 +181,27 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
     expectClosed();
 }
 
+// Remote support and assistive tools send: no posted message follows that would wake the window's loop.
+TEST_F(ProgramWindows, ModalWindowsGoWhenTheirEndIsSent) {
+    const struct {
+        const wchar_t* kind;
+        int entry, button;
+    } windows[] = {{L"frmInfo4Prg", ID_mnuInfo, ID_cmdEnd},
+                   {L"frmLokaleIP", ID_mnuSupportIPAdresse, ID_cmdClose}};
+    for (const auto& [kind, entry, button] : windows)
+        for (const auto& [message, parameter] :
+             {std::pair<UINT, int>(WM_CLOSE, 0), {WM_SYSCOMMAND, SC_CLOSE}, {WM_COMMAND, button}}) {
+            SCOPED_TRACE(message);
+            program->command(mainWindow, entry);
+            expectOpen(kind);
+            if (entry == ID_mnuInfo)
+                program->press(window, {VK_TAB}); // away from the caret: its blinking wakes the loop, too
+            EXPECT_TRUE(ProgramDriver::focusOn(window, button));
+            SendMessageW(window, message, static_cast<WPARAM>(parameter), 0);
+            expectClosed();
+        }
+}
+
 TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     SetCursorPos(0, 0); // what lies under the pointer looks different
     const auto change = [&](LONG x, LONG y) {
@@ -209,6 +229,61 @@ TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     changeAll();
     program->command(window, ID_cmdEnd);
     expectClosed();
+}
+
+TEST_F(ProgramWindows, MainWindowIsOnlyUndrawnBehindTheInfoCentreAndBringsItToTheFront) {
+    const auto screenPixel = [](POINT at) {
+        const HDC screen = GetDC(nullptr);
+        const COLORREF colour = GetPixel(screen, at.x, at.y);
+        ReleaseDC(nullptr, screen);
+        return colour;
+    };
+    const auto drawn = ProgramDriver::picture(mainWindow);
+    const RECT main = rectOf(mainWindow);
+    const POINT beside{main.left + 20, (main.top + main.bottom) / 2};
+    const POINT below{(main.left + main.right) / 2 + 100, main.bottom - 120};
+    const COLORREF picture = screenPixel(beside), background = GetSysColor(COLOR_BTNFACE);
+    ASSERT_TRUE(picture != background && screenPixel(below) != background);
+
+    program->command(mainWindow, ID_mnuInfo);
+    expectOpen(L"frmInfo4Prg");
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // Where the windows have no surface of their own, this is what the move uncovers.
+    RECT uncovered{below.x, below.y, below.x + 9, below.y + 9};
+    MapWindowPoints(nullptr, mainWindow, reinterpret_cast<POINT*>(&uncovered), 2);
+    RedrawWindow(mainWindow, &uncovered, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    EXPECT_TRUE(waitUntil([&] { return screenPixel(below) == background; }));
+    EXPECT_EQ(screenPixel(beside), picture);
+
+    const HWND stranger = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 700, 500, nullptr,
+                                          nullptr, nullptr, nullptr);
+    const auto inFront = [&](HWND wanted) {
+        int looks = 0; // Wine hears of the focus by way of the display, some time later
+        return waitUntil([&] {
+            MSG message; // of the stranger
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+            looks = GetAncestor(WindowFromPoint({300, 200}), GA_ROOT) == wanted ? looks + 1 : 0;
+            return looks == 10;
+        });
+    };
+    const auto click = [&] {
+        SetCursorPos(beside.x, beside.y);
+        mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+        mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    };
+    const auto activate = [&] { SetForegroundWindow(mainWindow); }; // as the taskbar and Alt+Tab do
+    for (const std::function<void()>& way : {std::function<void()>(activate), std::function<void()>(click)}) {
+        SetForegroundWindow(stranger);
+        ASSERT_TRUE(inFront(stranger));
+        way();
+        EXPECT_TRUE(inFront(window));
+    }
+    program->press(window, {VK_ESCAPE});
+    expectClosed(); // although the stranger lies between the two
+    DestroyWindow(stranger);
+    SetCursorPos(0, 0);
+    EXPECT_TRUE(ProgramDriver::picture(mainWindow) == drawn);
 }
 
 TEST_F(ProgramWindows, LeastSizeNeverExceedsTheWorkArea) {

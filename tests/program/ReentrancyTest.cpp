@@ -67,10 +67,12 @@ protected:
         else
             mainWindow = program->window(L"frmMain");
         modal = mainWindow;
-        if (situation.open) {
-            program->command(mainWindow, situation.open);
-            modal = program->window(situation.open == ID_mnuInfo ? L"frmInfo4Prg" : L"frmLokaleIP");
-        }
+        if (situation.open) // again and again: the command is without effect while the last window still ends
+            waitUntil([&] {
+                program->command(mainWindow, situation.open);
+                modal = program->window(situation.open == ID_mnuInfo ? L"frmInfo4Prg" : L"frmLokaleIP", 1000);
+                return modal != nullptr;
+            });
         ASSERT_TRUE(modal);
     }
     /// Closes what is open, as a user would, until the main window is ready again.
@@ -82,7 +84,8 @@ protected:
                     PostMessageW(window, WM_CLOSE, 0, 0);
                     open = true;
                 }
-            return !open && program->window(L"frmMain", 0) == mainWindow && IsWindowEnabled(mainWindow);
+            return !open && program->window(L"frmMain", 0) == mainWindow && IsWindowEnabled(mainWindow) &&
+                   program->ready(mainWindow, 500);
         });
     }
     void expectEndOrGoingOn(bool pumping);

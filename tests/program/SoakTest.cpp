@@ -44,8 +44,7 @@ TEST(Soak, NothingPilesUpAndEachSkinCallIsMade) {
                 expected += skinCalls(window) + skinCalls(mainWindow);
             PostMessageW(window, WM_CLOSE, 0, 0);
             ASSERT_TRUE(program->gone(window));
-            ASSERT_TRUE(
-                waitUntil([&] { return IsWindowEnabled(mainWindow) && IsWindowVisible(mainWindow); }));
+            ASSERT_TRUE(program->ready(mainWindow));
         }
         const std::string log = installation.read(L"skin.log");
         ASSERT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(log.data()), log.size() / 2), expected) << i;
