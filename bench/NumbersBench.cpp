@@ -3,9 +3,7 @@
 #include "bench/Comparison.h"
 #include "platform/Platform.h"
 #include "platform/windows/WindowsPlatform.h"
-#include "runtime/Funktionen32/NumberReader.h"
 #include "runtime/Funktionen32/Numbers.h"
-#include "runtime/Funktionen32/Pictures.h"
 #include "runtime/Runtime.h"
 
 #include <array>
@@ -54,9 +52,10 @@ int main() {
     std::vector<double> amounts;
     for (int i = 0; i < 100; ++i) {
         amounts.push_back(12345.678 + i * 98.7654);
-        TextBuffer text;
-        appendFormatted(text, amounts.back(), picture(L"#,###.00"), numberFormat(rt));
-        texts.emplace_back(text.view());
+        std::array<wchar_t, 32> text;
+        GetNumberFormatW(LOCALE_USER_DEFAULT, 0, std::to_wstring(amounts.back()).c_str(), nullptr,
+                         text.data(), static_cast<int>(text.size()));
+        texts.emplace_back(text.data());
     }
 
     const auto toVal = [&](std::size_t i) { return ToVal(rt, texts[i]); };

@@ -19,34 +19,6 @@
 namespace tarv {
 namespace {
 
-/// What the regional settings turn out to use.
-struct Separators {
-    wchar_t decimal;
-    /// NUL for none.
-    wchar_t thousands;
-
-    bool isThousands(wchar_t c) const { return thousands != L'\0' && c == thousands; }
-};
-
-/// 0.1 and -2000.
-constexpr DecimalDigits tenth{false, 1, -1};
-constexpr DecimalDigits minusTwoThousand{true, 2, 3};
-
-/// Formatted numbers tell the separators. Where there is no thousands separator, its place shows a digit.
-Separators discoverSeparators(Runtime& rt) {
-    constexpr Picture onePlace = picture(L"#.0");
-    constexpr Picture grouped = picture(L"#0,000.0");
-    const NumberFormat format = numberFormat(rt);
-    TextBuffer fraction;
-    appendFormatted(fraction, tenth, onePlace, format);
-    TextBuffer thousands;
-    appendFormatted(thousands, minusTwoThousand, grouped, format);
-    Separators found{fraction.view()[0], thousands.view()[2]};
-    if (isDigit(found.thousands) || found.thousands == found.decimal)
-        found.thousands = L'\0';
-    return found;
-}
-
 /// Whether the text is a number with an exponent rather than an amount with a remark.
 bool isScientific(std::wstring_view text) {
     if (text.size() < 3)
@@ -58,7 +30,7 @@ bool isScientific(std::wstring_view text) {
 }
 
 /// The value of a scientific number, rounded to 8 places, as an ordinary number text.
-std::wstring scientificAsText(Runtime& rt, std::wstring_view text) {
+std::wstring scientificAsText(Runtime& rt, std::wstring_view text, const NumberFormat& format) {
     TextBuffer written;
     written.append(text);
     if (!written.contains(L'.'))
@@ -66,15 +38,15 @@ std::wstring scientificAsText(Runtime& rt, std::wstring_view text) {
     Value number = readNumber(written.view());
     bool thirdDecimalFlag = false;
     const Value rounded = RoundValue(rt, number, 8, thirdDecimalFlag);
-    return std::wstring(trim(regionalText(rounded, numberFormat(rt))));
+    return std::wstring(trim(regionalText(rounded, format)));
 }
 
 /// Copies characters of numbers up to the first other one, or up to the stop character.
-void appendNumberText(TextBuffer& number, std::wstring_view text, const Separators& separators,
+void appendNumberText(TextBuffer& number, std::wstring_view text, const NumberFormat& format,
                       std::wstring_view stop) {
     for (const wchar_t c : text) {
         const bool numeric = isDigit(c) || c == L',' || c == L'.' || c == L' ' || c == L'-' || c == L'+' ||
-                             separators.isThousands(c);
+                             (c == format.thousands && c != L'\0');
         if (!numeric || (stop.size() == 1 && c == stop[0]))
             break;
         number.append(c);
@@ -88,8 +60,8 @@ void askWhyEnglish(Runtime& rt, std::wstring_view number) {
 }
 
 /// Brings a number text to "." as decimal point. What looks unequal here between the conventions is meant so.
-void normaliseSeparators(Runtime& rt, TextBuffer& number, const Separators& separators) {
-    const auto [decimal, thousands] = separators;
+void normaliseSeparators(Runtime& rt, TextBuffer& number, const NumberFormat& format) {
+    const auto [decimal, thousands] = format;
     const std::size_t none = number.size();
     const std::size_t firstDecimal = number.find(decimal);
     const std::size_t firstThousands = thousands != L'\0' ? number.find(thousands) : none;
@@ -114,6 +86,21 @@ void normaliseSeparators(Runtime& rt, TextBuffer& number, const Separators& sepa
         number.removeAt(number.find(L'.'));
     if (decimal == L',')
         number.replaceAll(L',', L'.');
+}
+
+double numberOf(Runtime& rt, std::wstring_view text, std::wstring_view stop, const NumberFormat& format,
+                bool scientific) {
+    try {
+        TextBuffer number;
+        if (scientific)
+            appendNumberText(number, scientificAsText(rt, text, format), format, {});
+        else
+            appendNumberText(number, text, format, stop);
+        normaliseSeparators(rt, number, format);
+        return readNumber(number.view());
+    } catch (const RuntimeError&) {
+        return 0;
+    }
 }
 
 double finite(double number) {
@@ -159,14 +146,15 @@ bool endsAs(double number, double ending, const NumberFormat& format) {
     return last3 == wanted.view();
 }
 
-Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thirdDecimalFlag) {
-    const NumberFormat format = numberFormat(rt);
+Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thirdDecimalFlag,
+                   const NumberFormat& format) {
     const double factor = powerOf10(decimals);
     // 0.501 and not 0.5: prices of the suite have always been rounded so.
     const double rounded = finite(std::floor(finite(factor * std::fabs(number) + 0.501)) / factor);
     TextBuffer text;
     appendFormatted(text, rounded, roundingPicture(decimals), format);
-    double result = ToVal(rt, text.view());
+    // Not scientific, though the decimal separator be an "E".
+    double result = numberOf(rt, text.view(), {}, format, false);
     if (number < 0)
         result = 0 - result;
 
@@ -187,32 +175,20 @@ Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thir
 } // namespace
 
 double ToVal(Runtime& rt, std::wstring_view text, std::wstring_view stop) {
-    const Separators separators = discoverSeparators(rt);
-    if (text.empty())
-        return 0;
-    try {
-        TextBuffer number;
-        if (isScientific(text))
-            appendNumberText(number, scientificAsText(rt, text), separators, {});
-        else
-            appendNumberText(number, text, separators, stop);
-        normaliseSeparators(rt, number, separators);
-        return readNumber(number.view());
-    } catch (const RuntimeError&) {
-        return 0;
-    }
+    return numberOf(rt, text, stop, numberFormat(rt), isScientific(text));
 }
 
 Value RoundValue(Runtime& rt, Value& value, std::int16_t decimals, bool& thirdDecimalFlag) {
     if (decimals < 0)
         return value;
+    const NumberFormat format = numberFormat(rt);
     try {
-        return roundedValue(rt, regionalNumber(value, numberFormat(rt)), decimals, thirdDecimalFlag);
+        return roundedValue(rt, regionalNumber(value, format), decimals, thirdDecimalFlag, format);
     } catch (const RuntimeError& error) {
         if (IsDesign(rt)) {
             ErrorRecord record = error.record();
-            const std::wstring text = regionalText(value, numberFormat(rt));
-            ShowErrorMsg(rt, record, TranslateText(L"beim Runden der Zahl:") + text, {});
+            ShowErrorMsg(rt, record, TranslateText(L"beim Runden der Zahl:") + regionalText(value, format),
+                         {});
         }
         if (value == Value(Null{}) || value == Value(std::wstring()))
             value = std::int16_t{0};

@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 #include "platform/RegionalSettings.h"
+#include "runtime/Funktionen32/DecimalDigits.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
 #include <algorithm>
@@ -53,23 +55,21 @@ private:
 NumberFormat numberFormat(Runtime& rt) {
     const std::wstring decimal = rt.platform.regional.decimalSeparator();
     const std::wstring thousands = rt.platform.regional.thousandsSeparator();
-    return {decimal.empty() ? L'.' : decimal.front(), thousands.empty() ? L'\0' : thousands.front()};
+    NumberFormat format;
+    if (!decimal.empty())
+        format.decimal = decimal.front();
+    if (!thousands.empty() && !isDigit(thousands.front()) && thousands.front() != format.decimal)
+        format.thousands = thousands.front();
+    return format;
 }
 
 void appendFormatted(TextBuffer& text, double number, const Picture& picture, const NumberFormat& format) {
-    appendFormatted(text, decimalDigits(number), picture, format);
-}
-
-void appendFormatted(TextBuffer& text, const DecimalDigits& number, const Picture& picture,
-                     const NumberFormat& format) {
-    const Places digits(number, picture.mostPlaces);
-    if (number.negative && !digits.zero())
+    const DecimalDigits decimal = decimalDigits(number);
+    const Places digits(decimal, picture.mostPlaces);
+    if (decimal.negative && !digits.zero())
         text.append(L'-');
-    for (int place = std::max(picture.wholeDigits, digits.whole()) - 1; place >= 0; --place) {
+    for (int place = std::max(picture.wholeDigits, digits.whole()) - 1; place >= 0; --place)
         text.append(digits.at(place));
-        if (picture.grouped && place > 0 && place % 3 == 0 && format.thousands != L'\0')
-            text.append(format.thousands);
-    }
     if (!picture.point)
         return;
     text.append(format.decimal);

@@ -43,8 +43,7 @@ double numberInText(std::wstring_view written, const NumberFormat& format) {
     std::wstring_view text = trim(written);
     TextBuffer number;
     takeSign(text, number);
-    std::size_t digits =
-        takeDigits(text, number, format.thousands == format.decimal ? L'\0' : format.thousands);
+    std::size_t digits = takeDigits(text, number, format.thousands);
     if (!text.empty() && text.front() == format.decimal) {
         number.append(L'.');
         text.remove_prefix(1);

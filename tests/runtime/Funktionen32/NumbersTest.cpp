@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace tarv {
 namespace {
@@ -119,6 +120,9 @@ TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
     EXPECT_EQ(numberText(1e300, L"."), L"1" + std::wstring(300, L'0'));
     EXPECT_EQ(numberText(5e-324, L".").substr(320), L"00000494065645841247");
     EXPECT_EQ(formatted(0.25, L"0." + zeros.substr(0, 300), {}), L"0.25" + zeros.substr(0, 298));
+    if (sizeof(void*) == 4) { // 64-bit programs have the memory
+        EXPECT_EQ(PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false), L"abc");
+    }
 }
 
 TEST_F(Numbers, ReadAndWrittenAsTheCompilersLibraryDoes) {
@@ -167,7 +171,11 @@ TEST_F(Numbers, FormattedAmountsAgreeWithWholeNumbersAndReadBack) {
         const std::wstring rest = std::to_wstring(100 + cents % 100).substr(1);
         const std::wstring whole = cents < 100 ? L"" : std::to_wstring(cents / 100);
         ASSERT_EQ(formatted(number, L"#####.00", {}), sign + whole + L"." + rest) << number;
-        ASSERT_EQ(ToVal(rt, formatted(number, L"#0,000.000", numberFormat(rt))), number);
+        const NumberFormat format = numberFormat(rt);
+        std::wstring amount = formatted(number, L"#0.000", format);
+        for (std::size_t digits = amount.find(format.decimal); digits > (number < 0 ? 4u : 3u);)
+            amount.insert(digits -= 3, 1, format.thousands);
+        ASSERT_EQ(ToVal(rt, amount), number) << amount;
     }
 }
 
