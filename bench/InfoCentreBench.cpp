@@ -185,12 +185,9 @@ void compareLoads(Platform& border, const std::wstring& folder, IniTreeView& vie
 IniTree largeTree() {
     IniTree tree;
     for (int group = 0; group < 100; ++group) {
-        const std::wstring name = L"Gruppe" + std::to_wstring(group);
-        IniGroupNode node{L"K" + name, L"Q_Machine.INI  [" + name + L"]", {}};
-        for (int entry = 0; entry < 99; ++entry) {
-            const std::wstring line = L"Eintrag" + std::to_wstring(entry) + L"=N:\\TARVENIK\\Daten";
-            node.entries.push_back({node.key + L"|" + line, line});
-        }
+        IniGroupNode node{L"Q_Machine.INI  [Gruppe" + std::to_wstring(group) + L"]", {}};
+        for (int entry = 0; entry < 99; ++entry)
+            node.entries.push_back(L"Eintrag" + std::to_wstring(entry) + L"=N:\\TARVENIK\\Daten");
         tree.groups.push_back(std::move(node));
     }
     return tree;
@@ -219,8 +216,8 @@ void compareInserts() {
         TreeView_DeleteAllItems(control);
         for (const IniGroupNode& group : tree.groups) {
             const HTREEITEM parent = insertBare(control, TVI_ROOT, group.text);
-            for (const IniEntryNode& entry : group.entries)
-                insertBare(control, parent, entry.text);
+            for (const std::wstring& entry : group.entries)
+                insertBare(control, parent, entry);
         }
         SendMessageW(control, WM_SETREDRAW, TRUE, 0);
     };

@@ -7,7 +7,7 @@
 #include "runtime/modProgDebug.h"
 
 #include <algorithm>
-#include <deque>
+#include <forward_list>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -75,36 +75,35 @@ private:
         std::wstring shown(name);
         for (std::int32_t i = 0; i < marks; ++i)
             appendMark(shown);
-        while (keys_.contains(L"K" + shown)) {
+        while (keys_.contains(shown)) {
             if (!count(1))
                 return false;
             appendMark(shown);
             ++marks;
         }
         ++marks;
-
-        IniGroupNode group{L"K" + shown, std::wstring(label) + L"  [" + shown + L"]", {}};
-        keys_.insert(groupKeys_.emplace_back(group.key));
-        addEntries(group, shown, file);
-        tree_.groups.push_back(std::move(group));
+        keys_.insert(keyTexts_.emplace_front(shown));
+        tree_.groups.push_back({std::wstring(label) + L"  [" + shown + L"]", entries(shown, file)});
         return true;
     }
 
-    void addEntries(IniGroupNode& group, std::wstring_view name, const std::wstring& file) {
-        const std::wstring section = rt_.platform.profiles.getSection(name, bufferSize, file);
+    std::vector<std::wstring> entries(std::wstring_view group, const std::wstring& file) {
+        const std::wstring section = rt_.platform.profiles.getSection(group, bufferSize, file);
         const auto lines = elements(section);
-        // The set of keys refers to those in the nodes, which therefore must not move.
-        group.entries.reserve(lines.size());
+        std::vector<std::wstring> result;
+        result.reserve(lines.size());
+        // All keys of the group in one text of sufficient size: a text for each would cost a quarter of the
+        // time.
+        std::wstring& keys = keyTexts_.emplace_front();
+        keys.reserve(section.size() + lines.size() * (group.size() + 1));
         for (const std::wstring_view line : lines) {
-            const std::wstring_view entry = line.substr(0, line.find(L'='));
-            std::wstring key;
-            key.reserve(group.key.size() + 1 + entry.size());
-            key.append(group.key).append(L"|").append(entry);
-            group.entries.push_back({std::move(key), std::wstring(line)});
+            const auto start = keys.size();
+            keys.append(group).append(L"|").append(line.substr(0, line.find(L'=')));
             // The first entry of a name stays; a later one is not shown.
-            if (!keys_.insert(group.entries.back().key).second)
-                group.entries.pop_back();
+            if (keys_.insert(std::wstring_view(keys).substr(start)).second)
+                result.emplace_back(line);
         }
+        return result;
     }
 
     void appendMark(std::wstring& name) const {
@@ -122,9 +121,10 @@ private:
     Runtime& rt_;
     IniTree tree_;
     std::wstring markEnd_;
-    /// All keys in use, in the nodes and here: the nodes of the groups still move.
+    /// The keys of all nodes: a group's name; for an entry "|" and its name behind.
     std::unordered_set<std::wstring_view> keys_;
-    std::deque<std::wstring> groupKeys_;
+    /// What the keys refer to.
+    std::forward_list<std::wstring> keyTexts_;
     /// For each group name met so far: how many marks its next occurrence needs at least.
     std::unordered_map<std::wstring, std::int32_t> marks_;
 };

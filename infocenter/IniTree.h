@@ -8,19 +8,14 @@ namespace tarv {
 
 struct Runtime;
 
-struct IniEntryNode {
-    std::wstring key;
-    std::wstring text;
-};
-
 struct IniGroupNode {
-    std::wstring key;
     std::wstring text;
-    std::vector<IniEntryNode> entries;
+    std::vector<std::wstring> entries;
 };
 
-/// The tree of the machine configuration files: a node per group of "Q_Machine.INI" and then of "QV.ini", a child
-/// per entry. Keys are unique; a group that occurs again is marked in its text and has no children.
+/// The tree of the machine configuration files, as the texts of its nodes: a node per group of
+/// "Q_Machine.INI" and then of "QV.ini", a child per entry. A group that occurs again is marked in its text
+/// and has no children; an entry that occurs again within its group is left out.
 struct IniTree {
     std::vector<IniGroupNode> groups;
     std::int32_t duplicates = 0;

@@ -35,8 +35,6 @@ public:
     void toggleSelected();
 
 private:
-    void insertEntries(HTREEITEM groupItem, const IniGroupNode& group);
-
     HWND control_ = nullptr;
     IniTree tree_;
 };

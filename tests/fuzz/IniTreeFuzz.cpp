@@ -1,8 +1,7 @@
-// Any bytes in the configuration files give a tree: every key once, no entry lost but those of a name that
-// was there before, the marked groups without entries.
+// Any bytes in the configuration files give a tree that shows every group and every entry of a group once.
 #include "infocenter/IniTree.h"
-#include "tests/fuzz/FuzzInput.h"
 #include "scripted/FakePlatform.h"
+#include "tests/fuzz/FuzzInput.h"
 
 #include <set>
 
@@ -17,12 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const IniTree tree = ReadIniTree(rt);
     std::set<std::wstring> keys;
     for (const IniGroupNode& group : tree.groups) {
-        require(keys.insert(group.key).second && group.key.starts_with(L"K"));
-        require(group.text == L"Q_Machine.INI  [" + group.key.substr(1) + L"]" ||
-                group.text == L"QV.INI  [" + group.key.substr(1) + L"]");
-        for (const IniEntryNode& entry : group.entries)
-            require(keys.insert(entry.key).second &&
-                    entry.key == group.key + L"|" + entry.text.substr(0, entry.text.find(L'=')));
+        const auto name = group.text.find(L"  [") + 3;
+        require(group.text.ends_with(L']') &&
+                (group.text.starts_with(L"Q_Machine.INI  [") || group.text.starts_with(L"QV.INI  [")));
+        const std::wstring key = group.text.substr(name, group.text.size() - name - 1);
+        require(keys.insert(key).second);
+        for (const std::wstring& entry : group.entries)
+            require(keys.insert(key + L"|" + entry.substr(0, entry.find(L'='))).second);
     }
     return 0;
 }

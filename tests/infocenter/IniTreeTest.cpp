@@ -14,15 +14,14 @@ struct Tree : World {
         return ReadIniTree(rt);
     }
 
-    /// Each node's key and text; entries in brackets behind their group. A mark
-    /// is written as "#".
+    /// Each node's text; entries in brackets behind their group. A mark is written as "#".
     std::wstring answer(const Row& row) {
         const IniTree tree = read(row[1], row[2]);
         std::wstring all = std::to_wstring(tree.duplicates);
         for (const IniGroupNode& group : tree.groups) {
-            all += L"; " + group.key + L": " + group.text;
-            for (const IniEntryNode& entry : group.entries)
-                all += L" (" + entry.key + L": " + entry.text + L")";
+            all += L"; " + group.text;
+            for (const std::wstring& entry : group.entries)
+                all += L" (" + entry + L")";
         }
         const std::wstring mark = L"       >>>>>> Eintrag mehrfach Vorhanden <<<<<<" + std::wstring(30, L' ');
         for (auto at = all.find(mark); at != all.npos; at = all.find(mark))
