@@ -2,6 +2,7 @@
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "runtime/Funktionen32/ExternalProgram.h"
+#include "runtime/Funktionen32/Machine.h"
 #include "runtime/Funktionen32/Starter.h"
 #include "runtime/Funktionen32/SuitePrograms.h"
 #include "runtime/Konstanten.h"
@@ -123,6 +124,14 @@ TEST_F(Suite, FoldersAndTextsAreCutAtTheirBuffers) {
     EXPECT_EQ(GetMachineDirectoryQuiet(rt, L"X"), std::wstring(254, L'x') + L"\\");
     fake.profiles.fill(L"Pexoran.INI", L"[SYS]\r\nX=" + std::wstring(3000, L'x'));
     EXPECT_EQ(suiteText(rt, L"SYS", L"X", L""), std::wstring(1999, L'x'));
+    // Windows writes nothing of a folder that does not fit.
+    fake.machine.windows = std::wstring(254, L'w');
+    EXPECT_EQ(GetWindowsFolder(rt), fake.machine.windows + L"\\");
+    fake.machine.windows += L'w';
+    EXPECT_EQ(GetWindowsFolder(rt), L"\\");
+    EXPECT_EQ(GetWinDir(rt), fake.machine.windows);
+    fake.machine.windows += L'w';
+    EXPECT_EQ(GetWinDir(rt), L"");
 }
 
 TEST_F(Suite, TraceLinesAreNumberedForTheWholeProcess) {
@@ -146,6 +155,8 @@ TEST_F(Suite, TraceLinesAreNumberedForTheWholeProcess) {
 
 TEST_F(Suite, PathDialogKeepsTheOutcomeOfTheLastDialog) {
     cls_PathDialog dialog(rt);
+    dialog.StartPathDialog();
+    EXPECT_EQ(fake.shell.folderRequests.back().owner, fake.shell.desktop) << "no owner was given";
     dialog.sTitel(L"Ordner wählen");
     const std::tuple<std::int32_t, std::intptr_t, std::optional<std::wstring>, const wchar_t*> cases[]{
         {0, 0x10010, L"C:\\", L"C:\\"},
@@ -181,10 +192,12 @@ TEST_F(Suite, SkinIsLoadedAppliedAndSetInThisOrderUntilSomethingFails) {
     const std::wstring load = L"skin.#2 \"P:\\Suite\\Styles\\Windows8.cjstyles\" \"NormalAero.ini\"";
     EXPECT_EQ(uses({}, false), load + L"skin.#3 119 Longskin.#1= 15 Longskin.#5= True");
     EXPECT_EQ(uses(WindowHandle{0x99}, true), load + L"skin.#3 153 Longskin.#1= 15 Longskin.#5= False");
-    for (const auto& [call, uses_] : {std::pair{1, 1u}, {2, 2u}}) {
-        fake.faults.fail("AutomationObject.call", 5, call, call);
+    const std::tuple<const char*, int, std::size_t> refused[]{
+        {"AutomationObject.call", 1, 1}, {"AutomationObject.call", 2, 2}, {"AutomationObject.put", 1, 3}};
+    for (const auto& [function, use, lastUse] : refused) {
+        fake.faults.fail(function, 5, use, use);
         uses({}, false);
-        EXPECT_EQ(fake.automation.log.size(), uses_) << "a skin that was not loaded is not applied";
+        EXPECT_EQ(fake.automation.log.size(), lastUse) << "what is refused ends the routine";
     }
     control.parent = WindowHandle::none;
     EXPECT_EQ(uses({}, false), load) << "no window to skin";
@@ -235,6 +248,7 @@ TEST_F(Suite, Base64TablesFollowTheCodePage) {
     EXPECT_EQ(rt.base64->characterOfByte[0x80], 0x20AC);
     EXPECT_EQ(rt.base64->byteOfCharacter[0x20AC], 0x80);
     EXPECT_EQ(rt.base64->byteOfCharacter[0xE4], 0xE4);
+    EXPECT_EQ(rt.base64->byteOfCharacter.size(), 16384u) << "others index it, too";
 }
 
 } // namespace

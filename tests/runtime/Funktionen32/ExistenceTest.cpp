@@ -8,8 +8,9 @@ namespace {
 
 struct Files : World {
     Files() {
-        for (const wchar_t* file : {L"C:\\t\\full.txt", L"C:\\u\\x.datei", L"C:\\u\\x.endung", L"C:\\a.b",
-                                    L"D:\\x\\full.txt", L"D:\\x\\new.txt", L"D:\\x\\file"})
+        for (const wchar_t* file :
+             {L"C:\\t\\full.txt", L"C:\\u\\x.datei", L"C:\\u\\x.endung", L"C:\\a.b", L"D:\\x\\full.txt",
+              L"D:\\x\\new.txt", L"D:\\x\\file", L"A:\\x", L"Z:\\x"})
             fake.disk.addFile(file, "x");
         fake.disk.addFile(L"C:\\t\\empty.txt");
         fake.disk.addFile(L"C:\\t\\plain.txt", "", attribute::normal);
