@@ -22,8 +22,15 @@ set(launcher)
 if(CMAKE_CXX_COMPILER_LAUNCHER)
     set(launcher -DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()
-# A run keeps the inputs that it learns from in the first folder it is given: not among the sources.
+# A run keeps the inputs that it learns from in the first folder it is given, and begins with those of the second:
+# what earlier runs have learned, from the archives, and the named cases.
 set(found ${folder}/found)
+set(corpus ${folder}/corpus)
+file(GLOB archives CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/corpus/*.tar.xz)
+set(unpack)
+foreach(archive IN LISTS archives)
+    list(APPEND unpack COMMAND ${CMAKE_COMMAND} -E chdir ${corpus} ${CMAKE_COMMAND} -E tar xf ${archive})
+endforeach()
 # Each with the number of inputs that a run of the native leg tries.
 set(programs
     base64:20000 colour:20000 commandline:5000 initree:2000 numberreader:20000 paths:2000 roundvalue:5000
@@ -34,8 +41,10 @@ list(TRANSFORM found_folders REPLACE ":.*" "")
 list(TRANSFORM found_folders PREPEND ${found}/)
 add_custom_target(
     tarv_fuzz ALL
-    COMMAND ${CMAKE_COMMAND} -E rm -rf ${found}
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${found_folders}
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${found} ${corpus}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${found_folders} ${corpus}
+    ${unpack}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_CURRENT_LIST_DIR}/corpus ${corpus}
     COMMAND
         ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${folder} -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
         -DCMAKE_CXX_COMPILER=${TARVENIK_CLANG} -DTARVENIK_FUZZ=ON -DTARVENIK_SANITIZE=ON -DBUILD_TESTING=OFF ${launcher} --log-level=ERROR
@@ -50,8 +59,7 @@ foreach(program IN LISTS programs)
     list(GET program 1 runs)
     add_test(
         NAME Fuzz.${name}
-        COMMAND ${folder}/tests/fuzz/fuzz_${name} -runs=${runs} -timeout=60 ${found}/${name}
-            ${CMAKE_CURRENT_LIST_DIR}/corpus/${name}
+        COMMAND ${folder}/tests/fuzz/fuzz_${name} -runs=${runs} -timeout=60 ${found}/${name} ${corpus}/${name}
         WORKING_DIRECTORY ${folder}
     )
     set_tests_properties(Fuzz.${name} PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION "Done [0-9]+ runs" FAIL_REGULAR_EXPRESSION "ERROR:")
