@@ -40,18 +40,38 @@ std::string toAnsiFileName(std::wstring_view name) {
     return shortName.empty() ? bytes : toAnsi(shortName);
 }
 
+std::wstring fullName(std::wstring_view name) {
+    const std::wstring terminated(name);
+    return filledText([&](wchar_t* buffer, DWORD size) {
+        return GetFullPathNameW(terminated.c_str(), size, buffer, nullptr);
+    });
+}
+
 std::wstring toFileName(std::wstring_view path) {
     std::wstring name(path);
     if (name.size() < plainNameLength || startsWith(name, L"\\\\?\\") || startsWith(name, L"\\\\.\\")) {
         return name;
     }
     // Behind the prefix nothing is interpreted any more, so ".", ".." and "/" have to be resolved before.
-    std::wstring full = filledText(
-        [&](wchar_t* buffer, DWORD size) { return GetFullPathNameW(name.c_str(), size, buffer, nullptr); });
+    const std::wstring full = fullName(name);
     if (full.empty()) {
         return name;
     }
     return startsWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+std::wstring toShellName(std::wstring_view path) {
+    const auto separator = path.find_last_of(L"\\/");
+    const bool hasDrive = path.size() > 1 && path[1] == L':';
+    std::size_t last = separator != path.npos ? separator + 1 : hasDrive ? 2 : 0;
+    if (path.substr(last) == L"." || path.substr(last) == L"..") {
+        last = path.size();
+    }
+    std::wstring full = fullName(last > 0 ? path.substr(0, last) : L".");
+    if (last < path.size() && !full.ends_with(L'\\')) {
+        full += L'\\';
+    }
+    return full.append(path.substr(last));
 }
 
 std::wstring systemMessage(DWORD code) {

@@ -16,9 +16,17 @@ std::wstring fromAnsi(std::string_view bytes);
 /// its short form, so that the function does not meet another file.
 std::string toAnsiFileName(std::wstring_view name);
 
+/// The name as it reads from the current folder, that of the named drive included; trailing blanks and dots
+/// go, as GetFullPathName has it. Empty for an empty name.
+std::wstring fullName(std::wstring_view name);
+
 /// The name for a wide file function: a path of a length that plain names may not have gets the prefix for
 /// long ones; every other name stays as it is.
 std::wstring toFileName(std::wstring_view path);
+
+/// The full name for the shell, which is sure of no other. The last part stays as written unless it is "." or
+/// "..": making it full would take the dot off "*.", which would then mean every file.
+std::wstring toShellName(std::wstring_view path);
 
 /// The system's description of an error code or HRESULT, without a line end; empty when it has none.
 std::wstring systemMessage(DWORD code);

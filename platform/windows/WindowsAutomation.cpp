@@ -3,6 +3,7 @@
 #include "platform/windows/AutomationFailure.h"
 #include "platform/windows/ErrorDispatch.h"
 #include "platform/windows/Handle.h"
+#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/WindowsAutomationObject.h"
 
 #include <objbase.h>
@@ -36,6 +37,7 @@ HRESULT createFrom(HMODULE library, REFCLSID classId, ComPtr<IDispatch>& object)
 } // namespace
 
 Automated<ObjectRef> WindowsAutomation::create(std::wstring_view progId) {
+    const NoSystemBoxes silence;
     CLSID classId;
     ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(std::wstring(progId).c_str(), &classId);
@@ -51,6 +53,7 @@ Automated<ObjectRef> WindowsAutomation::create(std::wstring_view progId) {
 
 Automated<ObjectRef> WindowsAutomation::createFromLibrary(std::wstring_view libraryPath,
                                                           std::wstring_view classId) {
+    const NoSystemBoxes silence;
     const std::wstring path(libraryPath);
     CLSID id;
     if (!isFullPath(path)) {
@@ -76,6 +79,7 @@ Automated<ObjectRef> WindowsAutomation::createFromLibrary(std::wstring_view libr
 }
 
 Automated<ObjectRef> WindowsAutomation::bind(std::wstring_view moniker) {
+    const NoSystemBoxes silence;
     ComPtr<IDispatch> object;
     const HRESULT result =
         CoGetObject(std::wstring(moniker).c_str(), nullptr, IID_IDispatch, object.receiveAny());

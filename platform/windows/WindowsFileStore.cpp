@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsFileStore.h"
 
 #include "platform/windows/Handle.h"
+#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/SystemText.h"
 
 namespace tarv {
@@ -9,17 +10,20 @@ namespace {
 
 class WindowsDirectorySearch final : public DirectorySearch {
 public:
-    explicit WindowsDirectorySearch(std::wstring_view pattern)
+    explicit WindowsDirectorySearch(std::wstring_view pattern) {
+        const NoSystemBoxes silence;
         // The basic form leaves out the short names, which cost the most to find.
-        : search_(FindFirstFileExW(toFileName(pattern).c_str(), FindExInfoBasic, &data_,
-                                   FindExSearchNameMatch, nullptr, 0)),
-          state_(search_ ? 0 : GetLastError()) {}
+        search_.reset(FindFirstFileExW(toFileName(pattern).c_str(), FindExInfoBasic, &data_,
+                                       FindExSearchNameMatch, nullptr, 0));
+        state_ = search_ ? 0 : GetLastError();
+    }
 
     Answer<DirectoryEntry> next() override {
         if (state_ != 0) {
             return Failure{state_};
         }
         DirectoryEntry entry{data_.cFileName, data_.dwFileAttributes};
+        const NoSystemBoxes silence;
         if (!FindNextFileW(search_.get(), &data_)) {
             state_ = GetLastError();
         }
@@ -30,7 +34,7 @@ private:
     WIN32_FIND_DATAW data_{};
     SearchHandle search_;
     /// Why there is no further entry; 0 while data_ holds one.
-    SystemCode state_;
+    SystemCode state_ = 0;
 };
 
 /// One write call for all bytes: only then is an appended line whole among those of other writers.
@@ -44,15 +48,13 @@ SystemCode write(HANDLE file, std::string_view bytes) {
 
 /// ReplaceFile does not take relative names everywhere.
 std::wstring fullFileName(std::wstring_view path) {
-    const std::wstring name(path);
-    return toFileName(filledText([&](wchar_t* buffer, DWORD size) {
-        return GetFullPathNameW(name.c_str(), size, buffer, nullptr);
-    }));
+    return toFileName(fullName(path));
 }
 
 } // namespace
 
 Answer<std::int64_t> WindowsFileStore::length(std::wstring_view path) {
+    const NoSystemBoxes silence;
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data)) {
         return Failure{SystemCode{GetLastError()}};
@@ -64,6 +66,7 @@ Answer<std::int64_t> WindowsFileStore::length(std::wstring_view path) {
 }
 
 Answer<std::uint32_t> WindowsFileStore::attributes(std::wstring_view path) {
+    const NoSystemBoxes silence;
     const DWORD attributes = GetFileAttributesW(toFileName(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return Failure{SystemCode{GetLastError()}};
@@ -76,6 +79,7 @@ std::unique_ptr<DirectorySearch> WindowsFileStore::search(std::wstring_view patt
 }
 
 SystemCode WindowsFileStore::append(std::wstring_view path, std::string_view bytes) {
+    const NoSystemBoxes silence;
     // The right to append alone makes the system put every write behind the end, whoever else writes.
     const FileHandle file(CreateFileW(toFileName(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
@@ -84,6 +88,7 @@ SystemCode WindowsFileStore::append(std::wstring_view path, std::string_view byt
 }
 
 SystemCode WindowsFileStore::overwrite(std::wstring_view path, std::string_view bytes) {
+    const NoSystemBoxes silence;
     // Opened and cut instead of created anew: creating refuses a hidden file and drops its attributes.
     const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -94,10 +99,12 @@ SystemCode WindowsFileStore::overwrite(std::wstring_view path, std::string_view 
 }
 
 SystemCode WindowsFileStore::remove(std::wstring_view path) {
+    const NoSystemBoxes silence;
     return DeleteFileW(toFileName(path).c_str()) ? ERROR_SUCCESS : GetLastError();
 }
 
 SystemCode WindowsFileStore::replace(std::wstring_view path, std::wstring_view by) {
+    const NoSystemBoxes silence;
     const std::wstring target = fullFileName(path);
     const std::wstring source = fullFileName(by);
     const DWORD attributes = GetFileAttributesW(target.c_str());

@@ -1,5 +1,6 @@
 #include "platform/windows/WindowsProfileFiles.h"
 
+#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/SystemText.h"
 
 namespace tarv {
@@ -10,6 +11,7 @@ namespace tarv {
 std::wstring WindowsProfileFiles::getString(std::wstring_view group, std::wstring_view entry,
                                             std::wstring_view fallback, std::uint32_t size,
                                             std::wstring_view file) {
+    const NoSystemBoxes silence;
     std::string buffer(size, '\0');
     const DWORD length =
         GetPrivateProfileStringA(toAnsi(group).c_str(), toAnsi(entry).c_str(), toAnsi(fallback).c_str(),
@@ -19,11 +21,13 @@ std::wstring WindowsProfileFiles::getString(std::wstring_view group, std::wstrin
 
 bool WindowsProfileFiles::writeString(std::wstring_view group, std::wstring_view entry,
                                       std::wstring_view value, std::wstring_view file) {
+    const NoSystemBoxes silence;
     return WritePrivateProfileStringA(toAnsi(group).c_str(), toAnsi(entry).c_str(), toAnsi(value).c_str(),
                                       toAnsiFileName(file).c_str()) != FALSE;
 }
 
 std::wstring WindowsProfileFiles::getSectionNames(std::uint32_t size, std::wstring_view file) {
+    const NoSystemBoxes silence;
     std::string buffer(size, '\0');
     const DWORD length = GetPrivateProfileSectionNamesA(buffer.data(), size, toAnsiFileName(file).c_str());
     return fromAnsi(std::string_view(buffer).substr(0, length));
@@ -31,6 +35,7 @@ std::wstring WindowsProfileFiles::getSectionNames(std::uint32_t size, std::wstri
 
 std::wstring WindowsProfileFiles::getSection(std::wstring_view group, std::uint32_t size,
                                              std::wstring_view file) {
+    const NoSystemBoxes silence;
     std::string buffer(size, '\0');
     const DWORD length =
         GetPrivateProfileSectionA(toAnsi(group).c_str(), buffer.data(), size, toAnsiFileName(file).c_str());

@@ -1,7 +1,11 @@
 #include "platform/windows/WindowsShellOperations.h"
 
 #include "platform/windows/Handle.h"
+#include "platform/windows/NoSystemBoxes.h"
+#include "platform/windows/SystemText.h"
 #include "win/LateEntry.h"
+
+#include <cwchar>
 
 // clang-format off
 #include <objbase.h>
@@ -26,20 +30,38 @@ inline void closeItemList(PIDLIST_ABSOLUTE list) {
 }
 using ItemList = Handle<PIDLIST_ABSOLUTE, closeItemList>;
 
+/// DE_PATHTOODEEP of the shell, which no header has.
+constexpr int pathTooDeep = 0x79;
+
+/// A list with full names, ended by two NULs: for others the shell ignores FOF_ALLOWUNDO and deletes for
+/// good. Empty when a name is longer than the shell takes; not every one of them finds that out by itself.
+std::wstring toShellNames(std::wstring list) {
+    list += L'\0'; // a list that lacks its end must not lead beyond the text
+    std::wstring names;
+    for (const wchar_t* name = list.c_str(); *name != L'\0'; name += std::wcslen(name) + 1) {
+        const std::wstring full = toShellName(name);
+        if (full.size() >= MAX_PATH) {
+            return {};
+        }
+        names.append(full).append(1, L'\0');
+    }
+    return names.append(1, L'\0');
+}
+
 } // namespace
 
 ShellFileResult WindowsShellOperations::fileOperation(const ShellFileRequest& request) {
-    // The shell reads on until two NULs: a list that lacks them must not take it beyond the text.
-    std::wstring source = request.source;
-    std::wstring target = request.target;
-    source.append(2, L'\0');
-    target.append(2, L'\0');
-
+    const std::wstring source = toShellNames(request.source);
+    const std::wstring target = toShellNames(request.target);
+    if (source.empty() || target.empty()) {
+        return {pathTooDeep, false};
+    }
     SHFILEOPSTRUCTW operation{};
     operation.wFunc = request.operation;
     operation.pFrom = source.c_str();
     operation.pTo = target.c_str();
     operation.fFlags = request.flags;
+    const NoSystemBoxes silence;
     const int code = late::SHFileOperationW(&operation);
     return {code, operation.fAnyOperationsAborted != FALSE};
 }

@@ -2,6 +2,7 @@
 
 #include "platform/windows/AutomationFailure.h"
 #include "platform/windows/ComPtr.h"
+#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/Variant.h"
 
 #include <objbase.h>
@@ -230,6 +231,7 @@ Automated<bool> WindowsXmlDocument::load(std::wstring_view path) {
         return refused(E_OUTOFMEMORY);
     }
     VARIANT_BOOL loaded = VARIANT_FALSE;
+    const NoSystemBoxes silence;
     if (const HRESULT result = document_->load(source.raw(), &loaded); FAILED(result)) {
         return refused(result);
     }
@@ -293,12 +295,14 @@ Automated<Empty> WindowsXmlDocument::save(std::wstring_view path) {
     if (!store(target.raw(), std::wstring(path))) {
         return refused(E_OUTOFMEMORY);
     }
+    const NoSystemBoxes silence;
     return done(document_->save(target.raw()));
 }
 
 } // namespace
 
 Automated<XmlDocumentRef> WindowsXmlParsers::create(std::wstring_view progId) {
+    const NoSystemBoxes silence;
     CLSID classId;
     ComPtr<IXMLDOMDocument> document;
     HRESULT result = CLSIDFromProgID(std::wstring(progId).c_str(), &classId);

@@ -6,12 +6,22 @@
 #include "platform/MachineFacts.h"
 #include "platform/OwnProgram.h"
 #include "platform/ProfileFiles.h"
+#include "platform/XmlDom.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/ProcessHardening.h"
 #include "platform/windows/SystemText.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/windows/User.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include <objbase.h>
 
 namespace tarv {
 namespace {
@@ -40,6 +50,14 @@ TEST_F(Border, NamesAreTakenAsTheyAreAndLibrariesByFullPathOnly) {
     for (const auto& [name, expected] : names)
         EXPECT_EQ(toFileName(name), expected);
 
+    const std::wstring current = border.files.currentDirectory() + L"\\", up = L"C:\\Ordner\\..\\";
+    for (const wchar_t* name : {L"*.", L"a b", L"x.txt ", L"sub\\?*."})
+        for (const std::wstring& folder :
+             {std::wstring(), std::wstring(L".\\x/../"), current.substr(0, 2), up})
+            EXPECT_EQ(toShellName(folder + name), (folder == up ? L"C:\\" : current) + name);
+    for (const wchar_t* name : {L"C:\\a\\b\\..", L"C:\\a\\.", L"C:/a"})
+        EXPECT_EQ(toShellName(name), L"C:\\a");
+    EXPECT_EQ(toShellName(tail), current + tail);
     ASSERT_TRUE(hardened && CopyFileW((system + L"\\oleacc.dll").c_str(), L"tarv_planted.dll", FALSE));
     EXPECT_FALSE(LoadLibraryW(L"tarv_planted.dll")) << "from the current folder";
     DeleteFileW(L"tarv_planted.dll");
@@ -63,6 +81,115 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
     EXPECT_EQ(world->bytes(file), "aabbcc");
     EXPECT_EQ(border.files.overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
     EXPECT_EQ(world->bytes(file), "d");
+}
+
+/// The thread's error modes seen inside functions of the system.
+std::vector<DWORD> modesInside;
+
+/// The place in this program's import table through which it calls a function of the system.
+void** importOf(const std::string& name) {
+    auto* const base = reinterpret_cast<std::byte*>(GetModuleHandleW(nullptr));
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto offset = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + offset); library->Name;
+         ++library) {
+        auto** slot = reinterpret_cast<void**>(base + library->FirstThunk);
+        for (auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+             names->u1.AddressOfData != 0; ++names, ++slot)
+            if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
+                name == reinterpret_cast<char*>(base + names->u1.AddressOfData + 2))
+                return slot;
+    }
+    throw std::logic_error(name + " is not imported");
+}
+
+/// Looks into one function while it lives; the number tells functions of one type apart.
+template <class Function, int number>
+class Watch;
+template <class Result, class... Arguments, int number>
+class Watch<Result(WINAPI*)(Arguments...), number> {
+public:
+    explicit Watch(const char* name) : slot_(importOf(name)) {
+        original_ = reinterpret_cast<Result(WINAPI*)(Arguments...)>(put(reinterpret_cast<void*>(&look)));
+    }
+    ~Watch() { put(reinterpret_cast<void*>(original_)); }
+
+private:
+    static Result WINAPI look(Arguments... arguments) {
+        modesInside.push_back(GetThreadErrorMode());
+        return original_(arguments...);
+    }
+    void* put(void* function) {
+        DWORD protection = 0;
+        VirtualProtect(slot_, sizeof *slot_, PAGE_READWRITE, &protection);
+        void* const before = std::exchange(*slot_, function);
+        VirtualProtect(slot_, sizeof *slot_, protection, &protection);
+        return before;
+    }
+    static inline Result(WINAPI* original_)(Arguments...) = nullptr;
+    void** slot_;
+};
+
+TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
+#define WATCH(name) const Watch<decltype(&name), __LINE__> watch##name(#name)
+    WATCH(GetFileAttributesExW);
+    WATCH(GetFileAttributesW);
+    WATCH(FindFirstFileExW);
+    WATCH(FindNextFileW);
+    WATCH(CreateFileW);
+    WATCH(DeleteFileW);
+    WATCH(ReplaceFileW);
+    WATCH(GetPrivateProfileStringA);
+    WATCH(WritePrivateProfileStringA);
+    WATCH(GetPrivateProfileSectionA);
+    WATCH(GetPrivateProfileSectionNamesA);
+    WATCH(CoCreateInstance);
+    WATCH(CoGetObject);
+    WATCH(LoadLibraryExW);
+    WATCH(CreateProcessW);
+    WATCH(SetDllDirectoryW);
+#undef WATCH
+    const std::wstring file = path(L"a.ini");
+    const auto search = border.files.search(path(L"*"));
+    const std::pair<const char*, std::function<void()>> calls[] = {
+        {"length", [&] { (void)border.files.length(file); }},
+        {"attributes", [&] { (void)border.files.attributes(file); }},
+        {"search", [&] { (void)border.files.search(file); }},
+        {"next", [&] { (void)search->next(); }},
+        {"append", [&] { (void)border.files.append(file, "a"); }},
+        {"overwrite", [&] { (void)border.files.overwrite(file, "a"); }},
+        {"replace", [&] { (void)border.files.replace(path(L"b"), file); }},
+        {"remove", [&] { (void)border.files.remove(file); }},
+        {"getString", [&] { (void)border.profiles.getString(L"a", L"b", L"", 9, file); }},
+        {"writeString", [&] { (void)border.profiles.writeString(L"a", L"b", L"c", file); }},
+        {"getSection", [&] { (void)border.profiles.getSection(L"a", 9, file); }},
+        {"getSectionNames", [&] { (void)border.profiles.getSectionNames(9, file); }},
+        {"component", [&] { (void)border.automation.create(L"Msxml2.DOMDocument"); }},
+        {"parser", [&] { (void)border.xml.create(L"Msxml2.DOMDocument"); }},
+        {"bind", [&] { (void)border.automation.bind(L"gibtesnicht:"); }},
+        {"library",
+         [&] { (void)border.automation.createFromLibrary(file, L"{00000000-0000-0000-0000-000000000000}"); }},
+        {"started program",
+         [&] {
+             (void)border.processes.create({world->missingProgram(), L"a", false, 0, {}});
+         }},
+    };
+    DWORD before = 0;
+    SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &before);
+    for (const auto& [name, call] : calls) {
+        modesInside.clear();
+        call();
+        const bool silent = name != std::string("started program");
+        const DWORD wanted = SEM_NOGPFAULTERRORBOX | (silent ? SEM_FAILCRITICALERRORS : 0);
+        EXPECT_THAT(modesInside, testing::AllOf(testing::Not(testing::IsEmpty()), testing::Each(wanted)))
+            << name;
+        EXPECT_EQ(GetThreadErrorMode(), DWORD{SEM_NOGPFAULTERRORBOX}) << name << " puts it back";
+    }
+    SetThreadErrorMode(before, nullptr);
+    modesInside.clear();
+    hardenProcess();
+    EXPECT_TRUE(modesInside.empty()) << "started programs would inherit the folder that is set";
 }
 
 constexpr UINT counted = WM_APP + 1, reposted = WM_APP + 2;

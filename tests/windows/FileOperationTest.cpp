@@ -110,6 +110,26 @@ TEST_F(RealFileOperation, ArriveAsThemselvesAndNothingElseIsTouched) {
     EXPECT_EQ(tree(L"out").size(), 150u);
 }
 
+TEST_F(RealFileOperation, RelativeNamesReachTheShellInFull) {
+    const std::wstring drive = path(L"").substr(0, 2);
+    const fs::path before = fs::current_path();
+    fs::current_path(path(L"in"));
+    put(L"in\\ohne");
+    const auto operate = [&](std::int32_t operation, const std::wstring& sources, const wchar_t* target) {
+        FileOperation(rt, operation, sources, target, false, true, 64, true, error);
+        return error.number;
+    };
+    using namespace file_operation;
+    EXPECT_EQ(operate(copy, L"sub/../a.txt", L"../out"), 0);
+    EXPECT_EQ(operate(copy, drive + L"b.txt", L"..\\out\\."), 0);
+    EXPECT_EQ(tree(L"out"), (Tree{L"a.txt", L"b.txt"}));
+    EXPECT_EQ(operate(remove, std::wstring(L"a.tx?\0.\\ohne", 12), L""), 0);
+    EXPECT_EQ(operate(remove, L".\\*.txt", L""), 0);
+    EXPECT_EQ(operate(remove, std::wstring(250, L'x'), L""), 0x79) << "too long in full";
+    fs::current_path(before);
+    EXPECT_EQ(tree(L"in"), (Tree{L"Straße äö.dat", L"sub\\tief\\c.txt"}));
+}
+
 TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     const HANDLE locked =
         CreateFileW(path(L"in\\b.txt").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
