@@ -90,7 +90,9 @@ ErrorRecord checkArrival(Runtime& rt, const Job& job, bool targetWasFolder) {
             return runtimeErrorRecord(error_number::subscriptOutOfRange);
         const std::wstring expected =
             intoFolder ? AddBackslash(job.targets[0]) + arrivalName(job.sources[i]) : job.targets[i];
-        if (!Uexist(rt, expected, isFolder(rt, job.sources[i])))
+        const bool asFolder = isFolder(rt, job.sources[i]);
+        // The existence check would take a file whose name has an extension for a folder.
+        if (!Uexist(rt, expected, asFolder) || (asFolder && !isFolder(rt, expected)))
             return failed(ownFailure);
     }
     return {};
@@ -98,7 +100,8 @@ ErrorRecord checkArrival(Runtime& rt, const Job& job, bool targetWasFolder) {
 
 /// One run through the shell. Number 0 when it is done and everything has arrived.
 ErrorRecord run(Runtime& rt, const Job& job) {
-    if (job.sources.empty())
+    // The shell would take the current folder for a missing target.
+    if (job.sources.empty() || (job.targets.empty() && job.request.operation != file_operation::remove))
         return failed(ownFailure);
     const bool targetWasFolder = job.checksArrival && job.targets.size() == 1 && isFolder(rt, job.targets[0]);
     const ShellFileResult result = rt.platform.shell.fileOperation(job.request);
@@ -130,8 +133,9 @@ std::wstring forDisplay(std::wstring_view list) {
     return text;
 }
 
+/// The error display may clear its error; the caller's stays.
 bool userWantsRetry(Runtime& rt, std::int32_t operation, std::wstring_view source, std::wstring_view target,
-                    ErrorRecord& error) {
+                    ErrorRecord error) {
     const std::wstring location =
         L"\n\r\nQuelle: " + forDisplay(source) + L"\r\nZiel:     " + forDisplay(target);
     const std::wstring heading = TranslateText(

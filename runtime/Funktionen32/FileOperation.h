@@ -27,8 +27,8 @@ inline constexpr std::int32_t rename = 4;
 /// again. `flags` are further shell flags (64 for the recycle bin).
 ///
 /// Never fails towards the caller: after false, `error` holds number and description. The number is -1 when
-/// the user aborted ("Abbruch durch den Benutzer"), a file has not arrived or the source is empty, 9 when the
-/// targets are too few for the sources, otherwise the shell's result.
+/// the user aborted ("Abbruch durch den Benutzer"), a file has not arrived, or the source or a needed target
+/// is empty, 9 when the targets are too few for the sources, otherwise the shell's result.
 bool FileOperation(Runtime& rt, std::int32_t operation, std::wstring_view source, std::wstring_view target,
                    bool confirm, bool quiet, std::int32_t flags, bool silent, ErrorRecord& error);
 

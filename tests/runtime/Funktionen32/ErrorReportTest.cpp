@@ -11,14 +11,20 @@ struct ErrorReport : Scripted {
     ErrorRecord error{53, L"Datei nicht gefunden", L"Quelle"};
     /// What the display answers to "EMW", one after the other; then Empty.
     std::deque<Value> answers;
+    bool clears = false;
+    std::vector<Value> lastQuestion;
     std::shared_ptr<FakeObject> display = fake.automation.object(L"display");
 
     ErrorReport() {
         display->answers(L"ErrorMsg", Empty{}).answers(L"NoVisibleNextMsg=", Empty{});
-        display->runs(L"EMW", [this](auto) { return nextOf(answers, Value()); });
+        display->runs(L"EMW", [this](std::span<const Value> arguments) {
+            lastQuestion.assign(arguments.begin(), arguments.end());
+            if (clears)
+                static_cast<void>(std::get<ObjectByRef>(arguments[0]).object->put(L"Number", 0));
+            return nextOf(answers, Value());
+        });
         fake.automation.provided.emplace(errorDisplayProgId, display);
     }
-    const std::vector<Value>& lastQuestion() const { return fake.automation.log.back().arguments; }
 };
 
 TEST_F(ErrorReport, HandsTheErrorByReferenceWithBothTexts) {
@@ -69,11 +75,12 @@ TEST_F(ErrorReport, FileOperationsAreRetriedAsLongAsTheUserWants) {
                              error);
     };
     answers = {4, 4, 1};
+    clears = true;
     fake.shell.results = {{32, false}, {0, true}, {0, false}};
     EXPECT_FALSE(run(file_operation::copy));
     EXPECT_EQ(error.number, -1) << "the third run is done, but nothing has arrived";
     EXPECT_EQ(fake.shell.requests.size(), 3u);
-    EXPECT_EQ(lastQuestion().at(1), Value(std::wstring(L"\n\r\nQuelle: a ; b\r\nZiel:     C:\\t")));
+    EXPECT_EQ(lastQuestion.at(1), Value(std::wstring(L"\n\r\nQuelle: a ; b\r\nZiel:     C:\\t")));
     fake.shell.onFileOperation = [&] {
         if (fake.shell.results.empty())
             fake.disk.addFile(L"C:\\t\\a"), fake.disk.addFile(L"C:\\t\\b");
@@ -91,7 +98,7 @@ TEST_F(ErrorReport, FileOperationsAreRetriedAsLongAsTheUserWants) {
         fake.shell.results = {{5, false}, {5, false}};
         EXPECT_FALSE(run(operation));
         const std::wstring extra = std::wstring(L"Fehler beim ") + name + L" von Dateien...   Kalk-Ribbon";
-        EXPECT_EQ(lastQuestion().at(2), Value(extra));
+        EXPECT_EQ(lastQuestion.at(2), Value(extra));
         const auto questions = fake.automation.log.size();
         EXPECT_FALSE(run(operation));
         EXPECT_EQ(fake.automation.log.size(), questions) << "cancelled once, the same is not asked again";

@@ -75,6 +75,10 @@ struct Files : World {
                 fake.shell.onFileOperation = [&] { fake.disk.addFile(L"D:\\made\\full.txt", "x"); };
             return operate(file_operation::copy, row[1], row[2]);
         }
+        if (routine == L"refused") {
+            const std::wstring outcome = operate(number(1), row[2], row[3]);
+            return outcome + (fake.shell.requests.empty() ? L"" : L", but the shell was asked");
+        }
         if (routine == L"shellResult") {
             fake.shell.results = {{number(1), on(2)}};
             return operate(file_operation::move, L"a", L"b");
