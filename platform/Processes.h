@@ -10,7 +10,9 @@
 namespace tarv {
 
 /// A handle of the kernel; `none` stands for no handle.
-enum class KernelHandle : std::uintptr_t { none = 0 };
+enum class KernelHandle : std::uintptr_t {
+    none = 0
+};
 
 struct ProcessRequest {
     /// The very file to start. Empty: the system takes it from the command line and searches for it.
@@ -40,7 +42,8 @@ class Processes {
 public:
     virtual ~Processes() = default;
 
-    /// CreateProcess. The caller closes both handles.
+    /// CreateProcess. The caller closes both handles. A batch file as `applicationName` runs in the system's
+    /// command interpreter when the command line begins with it.
     virtual Answer<ProcessInformation> create(const ProcessRequest& request) = 0;
 
     /// The same start through the shell (verb "open"), which asks for elevation where a program needs it.

@@ -27,10 +27,9 @@ struct FakeProcesses : Processes, Planned {
             onCreate();
         return started;
     }
-    /// `shellStarts` receives file and arguments.
     SystemCode startThroughShell(std::wstring_view file, std::wstring_view arguments,
-                                 std::uint16_t) override {
-        shellStarts.push_back(std::wstring(file) + L" " + std::wstring(arguments));
+                                 std::uint16_t showWindow) override {
+        shellStarts.push_back({std::wstring(file), std::wstring(arguments), showWindow});
         return faults_.enter("Processes.startThroughShell").value_or(0);
     }
     std::uint32_t waitForInputIdle(KernelHandle process, std::uint32_t) override {
@@ -47,7 +46,12 @@ struct FakeProcesses : Processes, Planned {
     }
 
     std::vector<ProcessRequest> created;
-    std::vector<std::wstring> shellStarts;
+    struct ShellStart {
+        std::wstring file, arguments;
+        std::uint16_t showWindow;
+        friend bool operator==(const ShellStart&, const ShellStart&) = default;
+    };
+    std::vector<ShellStart> shellStarts;
     /// Handles opened by create and not closed yet.
     std::set<KernelHandle> open;
     /// Answers of the waits, used up in order; then the process has ended, or is idle.

@@ -3,7 +3,6 @@
 #include "platform/Environment.h"
 #include "platform/MachineFacts.h"
 #include "platform/Platform.h"
-#include "platform/Processes.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/ShellStart.h"
 #include "runtime/Funktionen32/Starter.h"
@@ -20,11 +19,7 @@ void openServicesConsole(Runtime& rt) {
     const std::wstring arguments =
         rt.platform.environment.value(L"SystemRoot") + L"\\system32\\services.msc /s";
 
-    const SystemCode code = shellStart(rt, console, L"mmc " + arguments, window_style::minimizedFocus);
-    // Only the shell can ask the user for elevation.
-    if (code == system_code::elevationRequired)
-        static_cast<void>(
-            rt.platform.processes.startThroughShell(console, arguments, window_style::minimizedFocus));
+    shellStart(rt, console, L"mmc", arguments, window_style::minimizedFocus);
 }
 
 void startRemoteMaintenance(Runtime& rt) {

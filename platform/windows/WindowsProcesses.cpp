@@ -1,17 +1,54 @@
 #include "platform/windows/WindowsProcesses.h"
 
 #include "platform/windows/Handle.h"
+#include "platform/windows/NoSystemBoxes.h"
+#include "platform/windows/SystemText.h"
 #include "win/LateEntry.h"
+
+#include <algorithm>
 
 #include <shellapi.h>
 
 namespace tarv {
 
+namespace {
+
 namespace late {
 const LateEntry<decltype(&::ShellExecuteExW)> ShellExecuteExW{L"shell32.dll", "ShellExecuteExW"};
 } // namespace late
 
+bool isBatchFile(std::wstring_view file) {
+    const std::wstring extension(file.substr(file.size() - std::min<std::size_t>(file.size(), 4)));
+    return lstrcmpiW(extension.c_str(), L".bat") == 0 || lstrcmpiW(extension.c_str(), L".cmd") == 0;
+}
+
+bool isThere(const std::wstring& file) {
+    const NoSystemBoxes silence;
+    return GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// A batch file is not started by its name: the documented way is the command interpreter as application. The
+/// system's own shortcut hands it the bare command line, whose first word it would run when the path has
+/// blanks. With /s it takes off the outer quotes and nothing else, so it runs that very file.
+ProcessRequest throughInterpreter(ProcessRequest request) {
+    const std::wstring system =
+        filledText([](wchar_t* buffer, DWORD size) { return GetSystemDirectoryW(buffer, size); });
+    const std::wstring arguments = request.commandLine.substr(request.applicationName.size());
+    request.commandLine = L"cmd.exe /s /c \"\"" + request.applicationName + L"\"" + arguments + L"\"";
+    request.applicationName = system + L"\\cmd.exe";
+    return request;
+}
+
+} // namespace
+
 Answer<ProcessInformation> WindowsProcesses::create(const ProcessRequest& request) {
+    if (isBatchFile(request.applicationName) && request.commandLine.starts_with(request.applicationName)) {
+        // The interpreter would start and report a missing file in a window of its own.
+        if (!isThere(request.applicationName)) {
+            return Failure{SystemCode{GetLastError()}};
+        }
+        return create(throughInterpreter(request));
+    }
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     if (request.showWindow) {

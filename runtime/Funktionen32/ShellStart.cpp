@@ -6,6 +6,8 @@
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
+#include <algorithm>
+
 namespace tarv {
 namespace {
 
@@ -26,26 +28,54 @@ bool isFile(Runtime& rt, std::wstring_view path) {
     return attributes && (*attributes & attribute::directory) == 0;
 }
 
+/// How much of a program text names the file; the rest are arguments.
+std::size_t fileLength(std::wstring_view program) {
+    constexpr std::size_t extensionLength = 4;
+    const std::wstring capital = upperCase(program);
+    if (capital.ends_with(L".EXE"))
+        return program.size();
+    std::size_t dot = capital.find(L".EXE");
+    if (dot == capital.npos)
+        for (const wchar_t* extension : {L".COM ", L".BAT ", L".CMD "})
+            dot = std::min(dot, capital.find(extension));
+    return dot == capital.npos ? program.size() : dot + extensionLength;
+}
+
+SystemCode startElevated(Runtime& rt, std::wstring_view file, std::wstring_view program,
+                         std::wstring_view arguments, std::uint16_t windowStyle) {
+    program = trim(program);
+    const std::size_t length = fileLength(program);
+    std::wstring all(program.substr(length));
+    all.append(L" ").append(arguments);
+    return rt.platform.processes.startThroughShell(file.empty() ? program.substr(0, length) : file, trim(all),
+                                                   windowStyle);
+}
+
 } // namespace
 
-SystemCode shellStart(Runtime& rt, std::wstring_view applicationName, std::wstring_view commandLine,
-                      std::uint16_t windowStyle) {
+SystemCode shellStart(Runtime& rt, std::wstring_view file, std::wstring_view program,
+                      std::wstring_view arguments, std::uint16_t windowStyle) {
     ProcessRequest request;
-    request.applicationName = applicationName;
-    request.commandLine = commandLine;
+    request.applicationName = file;
+    request.commandLine.append(program).append(L" ").append(arguments);
+    request.commandLine = trim(request.commandLine);
     request.showWindow = windowStyle;
 
     Processes& processes = rt.platform.processes;
     const Answer<ProcessInformation> started = processes.create(request);
-    if (!started)
-        return started.error();
+    if (!started) {
+        return started.error() == system_code::elevationRequired
+                   ? startElevated(rt, file, program, arguments, windowStyle)
+                   : started.error();
+    }
     processes.close(started->thread);
     processes.close(started->process);
     return 0;
 }
 
 std::wstring programFile(Runtime& rt, std::wstring_view program) {
-    std::wstring file(trim(program));
+    program = trim(program);
+    std::wstring file(program.substr(0, fileLength(program)));
     if (!isFullPath(file))
         return {};
     const std::size_t name = file.find_last_of(L"\\/") + 1;

@@ -67,10 +67,9 @@ void reportRefusedStart(Runtime& rt, std::wstring_view program, SystemCode code)
 }
 
 void startByShell(Runtime& rt, const std::wstring& program, const std::wstring& arguments) {
-    const SystemCode code = trim(program).empty()
-                                ? system_code::fileNotFound
-                                : shellStart(rt, programFile(rt, program), trim(program + L" " + arguments),
-                                             window_style::normalFocus);
+    const SystemCode code = trim(program).empty() ? system_code::fileNotFound
+                                                  : shellStart(rt, programFile(rt, program), program,
+                                                               arguments, window_style::normalFocus);
     if (code != 0 && IsDesign(rt)) {
         reportRefusedStart(rt, program, code);
         return;

@@ -19,8 +19,7 @@ struct Runtime;
 /// configured.
 ///
 /// - Neither `wait` nor `direct`: the shell start, window normal with focus. A program named by a full path
-/// starts
-///   that very file.
+///   starts that very file; one that needs elevation starts through the shell once, so that Windows can ask.
 /// - `direct`: the system takes the program from the command line, also where it is a full path with blanks.
 ///   Handles are inherited.
 /// - `wait`: started like `direct`; messages run until the program has ended. A given `window` is drawn anew

@@ -19,9 +19,9 @@ TEST_F(SupportActions, ServicesConsoleGoesThroughTheShellOnlyForElevation) {
         EXPECT_EQ(request.applicationName, L"C:\\Windows\\System32\\mmc.exe");
         EXPECT_EQ(request.showWindow, std::uint16_t{2});
     }
-    EXPECT_EQ(
-        fake.processes.shellStarts,
-        std::vector<std::wstring>{L"C:\\Windows\\System32\\mmc.exe C:\\Windows\\system32\\services.msc /s"});
+    const FakeProcesses::ShellStart elevated{L"C:\\Windows\\System32\\mmc.exe",
+                                             L"C:\\Windows\\system32\\services.msc /s", 2};
+    EXPECT_EQ(fake.processes.shellStarts, std::vector{elevated});
     fake.machine.system.clear();
     openServicesConsole(rt);
     EXPECT_EQ(fake.processes.created.size(), 3U) << "a bare name would be searched for";

@@ -90,7 +90,7 @@ const Routine routines[] = {
     {"ProgramName", L"(C:.*)?(TarvService)?",
      [](auto& w) { return ProgramFolder(w.rt) + ProgramName(w.rt); }},
     {"programFile", L"C:\\\\t\\\\exakt\\.exe", [](auto& w) { return programFile(w.rt, L"C:\\t\\exakt"); }},
-    {"shellStart", L"2|3|5|18|740", [](auto& w) { return text(shellStart(w.rt, L"a", L"a", 1)); }},
+    {"shellStart", L"2|3|5|18|740", [](auto& w) { return text(shellStart(w.rt, L"a", L"a", {}, 1)); }},
     {"StartExe", L"", [](auto& w) { return start(w, false, false); }},
     {"StartExe direct", L"0", [](auto& w) { return start(w, false, true); }},
     {"StartExe waiting", L"", [](auto& w) { return start(w, true, false); }},

@@ -128,5 +128,22 @@ TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {
         EXPECT_EQ(start(wrong, L"", true), 0) << wrong;
 }
 
+TEST_F(StarterProcesses, BatchFilesRunWithTheirArguments) {
+    const std::wstring decoy = install(L"C:\\Program.exe");
+    for (const wchar_t* name : {L"Prüfung & 1.bat", L"lauf.CMD"}) {
+        const std::wstring batch = installed.emplace_back(program.folder + name);
+        world->putFile(batch, "@echo %1_%~2_%3>\"%~f0.txt\"\r\n");
+        EXPECT_EQ(start(batch + L" /a \"b c\"", L"d", false), -1);
+        std::optional<std::string> seen;
+        for (int wait = 0; !seen.value_or("").ends_with("\n") && wait < 10000; wait += 20, Sleep(20))
+            seen = world->bytes(batch + L".txt");
+        EXPECT_EQ(seen, "/a_b c_d\r\n");
+    }
+    EXPECT_TRUE(report(decoy, 300).empty());
+    const std::wstring missing = program.folder + L"fehlt.bat";
+    EXPECT_EQ(border.processes.create({missing, missing + L" x", false, 0, {}}).error(),
+              system_code::fileNotFound);
+}
+
 } // namespace
 } // namespace tarv

@@ -66,7 +66,7 @@ TEST_F(Starter, RefusedStartIsSilentAndNotWaitedFor) {
     for (const wchar_t* program : {L"x.exe", L"", L"  "}) {
         for (const int mode : {0, 1, 2, 3}) {
             fake.faults.fail("Processes.create",
-                             mode < 2 ? system_code::accessDenied : system_code::elevationRequired);
+                             mode < 1 ? system_code::accessDenied : system_code::elevationRequired);
             wait = mode % 2 == 1, direct = mode / 2 == 1;
             EXPECT_EQ(start(program), direct ? 0 : -1) << program << mode;
             EXPECT_EQ(fake.processes.created.size(), *program == L'x' ? 1U : 0U) << program << mode;
@@ -74,6 +74,23 @@ TEST_F(Starter, RefusedStartIsSilentAndNotWaitedFor) {
     }
     EXPECT_EQ(fake.faults.calls("Processes.waitForObject"), 0);
     EXPECT_TRUE(fake.processes.shellStarts.empty() && fake.automation.log.empty());
+}
+
+TEST_F(Starter, ElevationIsAskedForOnceThroughTheShell) {
+    arguments = L"x";
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> starts[] = {
+        {L"C:\\P\\FastClient.exe", L"c:\\p\\fastclient.exe", L"x"},
+        {L"C:\\P\\ohne", L"c:\\p\\ohne.exe", L"x"},
+        {L" C:\\P X\\a.cmd /q ", L"c:\\p x\\a.cmd", L"/q x"},
+        {L"a.com y", L"a.com", L"y x"}};
+    fake.faults.fail("Processes.create", system_code::elevationRequired);
+    fake.faults.fail("Processes.startThroughShell", system_code::elevationRequired, 2);
+    for (const auto& [program, file, passed] : starts) {
+        fake.processes.shellStarts.clear();
+        EXPECT_EQ(start(program), -1);
+        EXPECT_EQ(fake.processes.shellStarts, (std::vector<FakeProcesses::ShellStart>{{file, passed, 1}}));
+    }
+    EXPECT_TRUE(fake.desktop.boxes.empty() && fake.automation.log.empty());
 }
 
 TEST_F(Starter, DevelopmentEnvironmentReportsARefusedShellStart) {
