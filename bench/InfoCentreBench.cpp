@@ -9,10 +9,10 @@
 #include "infocenter/frmInfo4PrgTree.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Runtime.h"
+#include "ui/CommonControls.h"
 
 #include <windows.h>
 
-#include <commctrl.h>
 #include <objbase.h>
 
 #include <algorithm>
@@ -43,7 +43,7 @@ class TreeWindow {
 public:
     TreeWindow() {
         const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TREEVIEW_CLASSES};
-        InitCommonControlsEx(&controls);
+        ui::late::InitCommonControlsEx(&controls);
         WNDCLASSW windowClass{};
         windowClass.lpfnWndProc = answer;
         windowClass.lpszClassName = L"TreeBench";

@@ -1,5 +1,7 @@
 #include "scripted/FakeDisk.h"
 
+#include <algorithm>
+
 namespace tarv {
 namespace {
 

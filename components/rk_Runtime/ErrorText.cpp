@@ -1,6 +1,6 @@
 #include "components/rk_Runtime/ErrorText.h"
 
-#include <cstdio>
+#include <cwchar>
 
 namespace tarv::component {
 namespace {

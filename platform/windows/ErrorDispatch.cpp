@@ -2,6 +2,7 @@
 
 #include "platform/windows/Variant.h"
 
+#include <algorithm>
 #include <atomic>
 #include <iterator>
 #include <new>

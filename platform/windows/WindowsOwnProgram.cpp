@@ -2,6 +2,7 @@
 
 #include "platform/windows/SystemText.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace tarv {

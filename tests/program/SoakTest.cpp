@@ -8,6 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <tuple>
+#include <utility>
+
 namespace tarv::program {
 namespace {
 
