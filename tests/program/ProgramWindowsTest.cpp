@@ -270,6 +270,8 @@ TEST_F(ProgramWindows, MainWindowIsOnlyUndrawnBehindTheInfoCentreAndBringsItToTh
     };
     const auto click = [&] {
         SetCursorPos(beside.x, beside.y);
+        if (GetAncestor(WindowFromPoint(beside), GA_ROOT) != mainWindow)
+            return; // not into a stranger's window
         mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
         mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
     };
@@ -292,11 +294,12 @@ TEST_F(ProgramWindows, LeastSizeNeverExceedsTheWorkArea) {
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     const RECT former = rectOf(window);
     constexpr int huge = 96 * 8;
-    program->changeDpi(window, 96, huge);
+    const int own = ProgramDriver::dpi(window);
+    program->changeDpi(window, own, huge);
     SetWindowPos(window, nullptr, 0, 0, 50, 50, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_LE(widthOf(window), area.right - area.left);
     EXPECT_LE(heightOf(window), area.bottom - area.top);
-    program->changeDpi(window, huge, 96);
+    program->changeDpi(window, huge, own);
     SetWindowPos(window, nullptr, former.left, former.top, former.right - former.left,
                  former.bottom - former.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -129,7 +129,7 @@ TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {
 }
 
 TEST_F(StarterProcesses, BatchFilesRunWithTheirArguments) {
-    const std::wstring decoy = install(L"C:\\Program.exe");
+    const std::wstring decoy = install(path(L"Program.exe"));
     for (const wchar_t* name : {L"Prüfung & 1.bat", L"lauf.CMD"}) {
         const std::wstring batch = installed.emplace_back(program.folder + name);
         world->putFile(batch, "@echo %1_%~2_%3>\"%~f0.txt\"\r\n");
