@@ -4,10 +4,10 @@
 // bench_xml [MEGABYTES] [ROUNDS]
 
 #include "bench/Comparison.h"
-#include "platform/windows/ComPtr.h"
-#include "platform/windows/Variant.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Runtime.h"
+#include "win/ComPtr.h"
+#include "win/Variant.h"
 #include "xml/clsXML.h"
 
 #include <cstdio>

@@ -166,8 +166,8 @@ void frmInfo4Prg::applyDpi() {
     ui::ImageList fresh(ui::late::ImageList_Create(size, size, ILC_COLOR32, 2, 0));
     // In the order of NodePicture.
     for (const int id : {IDI_CLOSEDFOLDER, IDI_DOCUMENT}) {
-        const ui::Icon icon(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
-                                                          IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
+        const Icon icon(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
+                                                      IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
         ui::late::ImageList_ReplaceIcon(fresh.get(), -1, icon.get()); // at the end
     }
     const HWND tree = control(ID_treeView);

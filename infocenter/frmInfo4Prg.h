@@ -32,7 +32,7 @@ private:
 
     Runtime& rt_;
     SkinControl SkinFramework1_;
-    ui::Font reportFont_;
+    Font reportFont_;
     ui::ImageList imageList_;
     IniTreeView treeView_;
 };

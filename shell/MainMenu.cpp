@@ -33,10 +33,10 @@ std::span<const MenuColumn> mainMenuDefinition() {
     return menuBar;
 }
 
-ui::Menu createMainMenu() {
-    ui::Menu bar(CreateMenu());
+Menu createMainMenu() {
+    Menu bar(CreateMenu());
     for (const MenuColumn& column : menuBar) {
-        ui::Menu popup(CreatePopupMenu());
+        Menu popup(CreatePopupMenu());
         for (const MenuEntry& entry : column.entries) {
             if (entry.visible) {
                 AppendMenuW(popup.get(), entry.caption ? MF_STRING : MF_SEPARATOR,

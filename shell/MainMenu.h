@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Handle.h"
+#include "win/Handle.h"
 
 #include <span>
 
@@ -22,6 +22,6 @@ struct MenuColumn {
 std::span<const MenuColumn> mainMenuDefinition();
 
 /// The menu as the user sees it: hidden entries are left out, their commands stay wired in the window.
-ui::Menu createMainMenu();
+Menu createMainMenu();
 
 } // namespace tarv

@@ -30,7 +30,7 @@ private:
     Runtime& rt_;
     const ui::Window& mainWindow_;
     ui::Picture picture_;
-    ui::Font addressFont_;
+    Font addressFont_;
 };
 
 } // namespace tarv

@@ -154,14 +154,14 @@ void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
         // The label shows its part of the picture as its background.
         POINT origin{0, 0};
         MapWindowPoints(part.hwndItem, control(ID_imgStartPic), &origin, 1);
-        const ui::MemoryDc memory(CreateCompatibleDC(part.hDC));
-        const ui::Selected selected(memory.get(), bitmap);
+        const MemoryDc memory(CreateCompatibleDC(part.hDC));
+        const Selected selected(memory.get(), bitmap);
         BitBlt(part.hDC, 0, 0, rect.right, rect.bottom, memory.get(), origin.x, origin.y, SRCCOPY);
     }
     if (part.CtlID == ID_lblVersion) {
         wchar_t text[64];
         const int length = GetWindowTextW(part.hwndItem, text, static_cast<int>(std::size(text)));
-        const ui::Selected font(part.hDC, versionFont_.get());
+        const Selected font(part.hDC, versionFont_.get());
         SetBkMode(part.hDC, TRANSPARENT);
         SetTextColor(part.hDC, bitmap ? versionColour : GetSysColor(COLOR_BTNTEXT));
         DrawTextW(part.hDC, text, length, &rect, DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);

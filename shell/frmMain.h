@@ -37,7 +37,7 @@ private:
     Runtime& rt_;
     SkinControl SkinFramework1_;
     ui::Picture startPicture_;
-    ui::Font versionFont_;
+    Font versionFont_;
     bool modalOpen_ = false;
     bool drawing_ = true;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Handle.h"
+#include "win/Handle.h"
 #include "win/LateEntry.h"
 
 #include <windows.h>
@@ -22,9 +22,6 @@ inline const LateEntry<decltype(&::ImageList_ReplaceIcon)> ImageList_ReplaceIcon
                                                                                  "ImageList_ReplaceIcon", -1};
 } // namespace late
 
-inline void destroyImageList(HIMAGELIST list) {
-    late::ImageList_Destroy(list);
-}
-using ImageList = Owned<HIMAGELIST, destroyImageList>;
+using ImageList = Handle<HIMAGELIST, late::ImageList_Destroy>;
 
 } // namespace tarv::ui

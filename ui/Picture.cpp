@@ -1,7 +1,7 @@
 #include "ui/Picture.h"
 
-#include "platform/windows/ComPtr.h"
 #include "ui/PixelScaling.h"
+#include "win/ComPtr.h"
 
 #include <objbase.h>
 #include <wincodec.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Handle.h"
 #include "ui/PixelScaling.h"
+#include "win/Handle.h"
 
 #include <cstdint>
 #include <utility>

@@ -72,7 +72,7 @@ void Window::create(WindowDescription description) {
     dpi_ = primaryScreenDpi();
     const SIZE first =
         outerSize({pixels(description.client.width), pixels(description.client.height)}, description.style,
-                  description.extendedStyle, description.menu != nullptr, dpi_);
+                  description.extendedStyle, static_cast<bool>(description.menu), dpi_);
     if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
                          description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy, nullptr,
                          description.menu.get(), program(), this)) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Desktop.h"
-#include "ui/Handle.h"
 #include "ui/Units.h"
+#include "win/Handle.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "components/rk_Runtime/CallArguments.h"
 
-#include "platform/windows/ComPtr.h"
+#include "win/ComPtr.h"
 
 namespace tarv::component {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ErrorRecord.h"
-#include "platform/windows/Variant.h"
+#include "win/Variant.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "components/rk_Runtime/ClassFactory.h"
 
 #include "components/rk_Runtime/rk_Fehler.h"
-#include "platform/windows/ComPtr.h"
+#include "win/ComPtr.h"
 
 #include <new>
 

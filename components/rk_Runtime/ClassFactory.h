@@ -1,6 +1,6 @@
 #pragma once
 
-#include "components/rk_Runtime/CountedObject.h"
+#include "win/CountedObject.h"
 
 namespace tarv::component {
 

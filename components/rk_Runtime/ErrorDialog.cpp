@@ -5,8 +5,8 @@
 #include "components/rk_Runtime/ThreadWindows.h"
 #include "components/rk_Runtime/resource.h"
 #include "ui/Clipboard.h"
-#include "ui/Handle.h"
 #include "ui/Units.h"
+#include "win/Handle.h"
 
 #include <algorithm>
 #include <climits>
@@ -104,7 +104,7 @@ private:
     std::wstring shown_; // the text with line ends for the first width
     /// Of that text in any width; before it is known, enough for a scroll bar.
     LRESULT leastLines_ = LONG_MAX;
-    ui::Font font_;
+    Font font_;
 };
 
 int ErrorDialog::show() {
@@ -177,7 +177,7 @@ void ErrorDialog::initialise() {
 
 void ErrorDialog::applyDpi() {
     const LOGFONTW description = ui::dialogFont(dpi_);
-    ui::Font fresh(CreateFontIndirectW(&description));
+    Font fresh(CreateFontIndirectW(&description));
     for (HWND child = GetWindow(dialog_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(fresh.get()), TRUE);
     font_ = std::move(fresh);
@@ -188,7 +188,7 @@ int ErrorDialog::lineHeight() const {
     const HDC dc = GetDC(dialog_);
     TEXTMETRICW metrics{};
     {
-        const ui::Selected selected(dc, font_.get());
+        const Selected selected(dc, font_.get());
         GetTextMetricsW(dc, &metrics);
     }
     ReleaseDC(dialog_, dc);
@@ -230,7 +230,7 @@ void ErrorDialog::breakIntoLines() {
     report(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
     const HDC dc = GetDC(dialog_);
     try {
-        const ui::Selected selected(dc, font_.get());
+        const Selected selected(dc, font_.get());
         const int reserve = pixels(textInset); // the control may measure a little wider
         shown_ = brokenIntoLines(dc, text_, sizeOf(area).cx - reserve);
     } catch (const std::bad_alloc&) {

@@ -1,10 +1,10 @@
 #include "components/rk_Runtime/ClassFactory.h"
 #include "components/rk_Runtime/Module.h"
 #include "components/rk_Runtime/Registration.h"
-#include "platform/windows/ComPtr.h"
+#include "win/ComPtr.h"
+#include "win/SystemText.h"
 
 #include <new>
-#include <string>
 
 using namespace tarv;
 using namespace tarv::component;
@@ -13,16 +13,8 @@ namespace {
 
 /// Full path of this DLL, however long; empty when Windows does not tell it.
 std::wstring libraryPath() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length =
-            GetModuleFileNameW(moduleInstance(), path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(path.size() * 2);
-    }
+    return filledText(
+        [](wchar_t* buffer, DWORD size) { return GetModuleFileNameW(moduleInstance(), buffer, size); });
 }
 
 } // namespace

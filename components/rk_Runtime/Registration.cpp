@@ -1,7 +1,7 @@
 #include "components/rk_Runtime/Registration.h"
 
-#include "platform/windows/Handle.h"
 #include "runtime/Funktionen32/ErrorDisplay.h"
+#include "win/Handle.h"
 
 #include <objbase.h>
 
@@ -10,11 +10,6 @@ namespace {
 
 constexpr wchar_t classes[] = L"Software\\Classes\\";
 constexpr wchar_t description[] = L"TARVENIK Fehleranzeige";
-
-void closeKey(HKEY key) {
-    RegCloseKey(key);
-}
-using Key = Handle<HKEY, closeKey>;
 
 std::wstring progIdKey() {
     return std::wstring(classes).append(errorDisplayProgId);
@@ -29,7 +24,7 @@ LSTATUS setValue(HKEY root, const std::wstring& path, const wchar_t* name, const
         RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, nullptr);
     if (status != ERROR_SUCCESS)
         return status;
-    const Key key(opened);
+    const RegistryKey key(opened);
     return RegSetValueExW(key.get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
@@ -38,7 +33,7 @@ LSTATUS setValue(HKEY root, const std::wstring& path, const wchar_t* name, const
 bool exists(HKEY root, const std::wstring& path, REGSAM view = 0) {
     HKEY opened = nullptr;
     const LSTATUS status = RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE | view, &opened);
-    const Key key(opened);
+    const RegistryKey key(opened);
     return status != ERROR_FILE_NOT_FOUND;
 }
 
@@ -47,7 +42,7 @@ std::wstring defaultValue(HKEY root, const std::wstring& path) {
     HKEY opened = nullptr;
     if (RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS)
         return {};
-    const Key key(opened);
+    const RegistryKey key(opened);
     wchar_t text[64] = {};
     DWORD size = sizeof text - sizeof(wchar_t);
     DWORD type = 0;
@@ -105,7 +100,7 @@ LSTATUS deleteTree(HKEY root, const std::wstring& path) {
 LSTATUS removeProgId(HKEY root) {
     HKEY opened = nullptr;
     LSTATUS status = RegOpenKeyExW(root, progIdKey().c_str(), 0, KEY_QUERY_VALUE | KEY_SET_VALUE, &opened);
-    const Key key(opened);
+    const RegistryKey key(opened);
     if (status == ERROR_SUCCESS)
         status = deleteTree(root, progIdKey() + L"\\CLSID");
     if (status == ERROR_SUCCESS)

@@ -2,7 +2,7 @@
 
 #include "components/rk_Runtime/ErrorText.h"
 #include "components/rk_Runtime/LastReport.h"
-#include "platform/windows/ComPtr.h"
+#include "win/ComPtr.h"
 
 #include <new>
 
@@ -49,19 +49,6 @@ bool isMethod(DISPID member) {
 }
 
 } // namespace
-
-HRESULT STDMETHODCALLTYPE rk_Fehler::GetTypeInfoCount(UINT* count) {
-    if (!count)
-        return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE rk_Fehler::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    if (info)
-        *info = nullptr;
-    return DISP_E_BADINDEX;
-}
 
 HRESULT STDMETHODCALLTYPE rk_Fehler::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID,
                                                    DISPID* ids) {

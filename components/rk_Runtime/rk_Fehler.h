@@ -1,10 +1,8 @@
 #pragma once
 
 #include "components/rk_Runtime/CallArguments.h"
-#include "components/rk_Runtime/CountedObject.h"
 #include "components/rk_Runtime/ErrorDialog.h"
-
-#include <oaidl.h>
+#include "win/CountedObject.h"
 
 namespace tarv::component {
 
@@ -19,10 +17,8 @@ namespace tarv::component {
 /// `fehler` is an object with Number, Description and Source; Number may be an error value or unsigned, too.
 /// Every argument may be missing, come by reference or by name; what cannot be read counts as not given,
 /// since the report matters more than its form.
-class rk_Fehler final : public CountedObject<IDispatch, IID_IDispatch> {
+class rk_Fehler final : public DispatchObject {
 public:
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override;
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags,

@@ -1,7 +1,7 @@
 #include "platform/windows/AutomationFailure.h"
 
-#include "platform/windows/SystemText.h"
-#include "platform/windows/Variant.h"
+#include "win/SystemText.h"
+#include "win/Variant.h"
 
 namespace tarv {
 

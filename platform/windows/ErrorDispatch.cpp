@@ -1,9 +1,9 @@
 #include "platform/windows/ErrorDispatch.h"
 
 #include "platform/windows/Variant.h"
+#include "win/CountedObject.h"
 
 #include <algorithm>
-#include <atomic>
 #include <iterator>
 #include <new>
 
@@ -27,39 +27,9 @@ constexpr Name names[] = {{L"Number", Id::number},
                           {L"Source", Id::source},
                           {L"Clear", Id::clear}};
 
-class ErrorDispatch final : public IDispatch {
+class ErrorDispatch final : public DispatchObject {
 public:
     explicit ErrorDispatch(std::shared_ptr<ErrorRecord> record) : record_(std::move(record)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        if (!IsEqualIID(id, IID_IUnknown) && !IsEqualIID(id, IID_IDispatch)) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IDispatch*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (count == nullptr) {
-            return E_POINTER;
-        }
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* asked, UINT count, LCID, DISPID* ids) override {
         if (asked == nullptr || ids == nullptr || count == 0) {
@@ -96,8 +66,6 @@ public:
     }
 
 private:
-    ~ErrorDispatch() = default; // only the last Release ends it
-
     std::wstring* text(DISPID id) {
         return id == Id::description ? &record_->description : id == Id::source ? &record_->source : nullptr;
     }
@@ -135,7 +103,6 @@ private:
         return S_OK;
     }
 
-    std::atomic<ULONG> references_ = 1;
     std::shared_ptr<ErrorRecord> record_;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ErrorRecord.h"
-#include "platform/windows/ComPtr.h"
+#include "win/ComPtr.h"
 
 #include <memory>
 

@@ -2,9 +2,9 @@
 
 #include "platform/windows/AutomationFailure.h"
 #include "platform/windows/ErrorDispatch.h"
-#include "platform/windows/Handle.h"
-#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/WindowsAutomationObject.h"
+#include "win/Handle.h"
+#include "win/NoSystemBoxes.h"
 
 #include <objbase.h>
 

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsCodePage.h"
 
-#include "platform/windows/SystemText.h"
+#include "win/SystemText.h"
 
 namespace tarv {
 

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsDesktop.h"
 
-#include "platform/windows/Handle.h"
+#include "platform/windows/BorderHandles.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "platform/windows/WindowsEnvironment.h"
 
-#include "platform/windows/Handle.h"
-#include "platform/windows/SystemText.h"
+#include "win/Handle.h"
+#include "win/SystemText.h"
 
 namespace tarv {
 

@@ -1,8 +1,8 @@
 #include "platform/windows/WindowsFileStore.h"
 
-#include "platform/windows/Handle.h"
-#include "platform/windows/NoSystemBoxes.h"
-#include "platform/windows/SystemText.h"
+#include "win/Handle.h"
+#include "win/NoSystemBoxes.h"
+#include "win/SystemText.h"
 
 namespace tarv {
 

@@ -1,8 +1,8 @@
 #include "platform/windows/WindowsMachineFacts.h"
 
-#include "platform/windows/Handle.h"
-#include "platform/windows/SystemText.h"
+#include "win/Handle.h"
 #include "win/LateEntry.h"
+#include "win/SystemText.h"
 
 #include <cstring>
 
@@ -44,10 +44,7 @@ private:
     int code_;
 };
 
-inline void closeAddresses(addrinfo* addresses) {
-    late::freeaddrinfo(addresses);
-}
-using AddressList = Handle<addrinfo*, closeAddresses>;
+using AddressList = Handle<addrinfo*, late::freeaddrinfo>;
 
 std::wstring dotted(const sockaddr_in& address) {
     const auto* const part = reinterpret_cast<const unsigned char*>(&address.sin_addr);

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsOwnProgram.h"
 
-#include "platform/windows/SystemText.h"
+#include "win/SystemText.h"
 
 #include <cstddef>
 #include <cstring>

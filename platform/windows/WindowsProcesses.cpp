@@ -1,9 +1,9 @@
 #include "platform/windows/WindowsProcesses.h"
 
-#include "platform/windows/Handle.h"
-#include "platform/windows/NoSystemBoxes.h"
-#include "platform/windows/SystemText.h"
+#include "platform/windows/BorderHandles.h"
 #include "win/LateEntry.h"
+#include "win/NoSystemBoxes.h"
+#include "win/SystemText.h"
 
 #include <algorithm>
 

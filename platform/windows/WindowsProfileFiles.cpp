@@ -1,7 +1,7 @@
 #include "platform/windows/WindowsProfileFiles.h"
 
-#include "platform/windows/NoSystemBoxes.h"
-#include "platform/windows/SystemText.h"
+#include "win/NoSystemBoxes.h"
+#include "win/SystemText.h"
 
 namespace tarv {
 

@@ -1,9 +1,10 @@
 #include "platform/windows/WindowsShellOperations.h"
 
-#include "platform/windows/Handle.h"
-#include "platform/windows/NoSystemBoxes.h"
-#include "platform/windows/SystemText.h"
+#include "platform/windows/BorderHandles.h"
+#include "win/Handle.h"
 #include "win/LateEntry.h"
+#include "win/NoSystemBoxes.h"
+#include "win/SystemText.h"
 
 #include <cwchar>
 
@@ -25,10 +26,7 @@ const LateEntry<decltype(&::SHBrowseForFolderW)> SHBrowseForFolderW{shell32, "SH
 const LateEntry<decltype(&::SHGetPathFromIDListW)> SHGetPathFromIDListW{shell32, "SHGetPathFromIDListW"};
 } // namespace late
 
-inline void closeItemList(PIDLIST_ABSOLUTE list) {
-    CoTaskMemFree(list);
-}
-using ItemList = Handle<PIDLIST_ABSOLUTE, closeItemList>;
+using ItemList = Handle<PIDLIST_ABSOLUTE, CoTaskMemFree>;
 
 /// DE_PATHTOODEEP of the shell, which no header has.
 constexpr int pathTooDeep = 0x79;

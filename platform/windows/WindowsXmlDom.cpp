@@ -1,9 +1,9 @@
 #include "platform/windows/WindowsXmlDom.h"
 
 #include "platform/windows/AutomationFailure.h"
-#include "platform/windows/ComPtr.h"
-#include "platform/windows/NoSystemBoxes.h"
 #include "platform/windows/Variant.h"
+#include "win/ComPtr.h"
+#include "win/NoSystemBoxes.h"
 
 #include <objbase.h>
 
@@ -13,21 +13,6 @@ namespace tarv {
 
 namespace {
 
-/// Receives one text of the component.
-class ReceivedText {
-public:
-    ReceivedText() = default;
-    ReceivedText(const ReceivedText&) = delete;
-    ReceivedText& operator=(const ReceivedText&) = delete;
-    ~ReceivedText() { SysFreeString(text_); }
-
-    BSTR* receive() { return &text_; }
-    std::wstring copy() const { return std::wstring(view(text_)); }
-
-private:
-    BSTR text_ = nullptr;
-};
-
 /// The record of a failed call on `object`, with the words that the component left for it, if any.
 Failure<ErrorRecord> failed(HRESULT code, IUnknown* object, REFIID interfaceId) {
     ErrorRecord record = failureOf(code);
@@ -35,13 +20,13 @@ Failure<ErrorRecord> failed(HRESULT code, IUnknown* object, REFIID interfaceId) 
     ComPtr<IErrorInfo> info;
     if (SUCCEEDED(object->QueryInterface(IID_ISupportErrorInfo, support.receiveAny())) &&
         support->InterfaceSupportsErrorInfo(interfaceId) == S_OK && GetErrorInfo(0, info.receive()) == S_OK) {
-        ReceivedText description;
-        ReceivedText source;
-        if (SUCCEEDED(info->GetDescription(description.receive())) && !description.copy().empty()) {
-            record.description = description.copy();
+        Bstr description;
+        Bstr source;
+        if (SUCCEEDED(info->GetDescription(description.receive())) && !description.text().empty()) {
+            record.description = description.text();
         }
         if (SUCCEEDED(info->GetSource(source.receive()))) {
-            record.source = source.copy();
+            record.source = source.text();
         }
     }
     return Failure{std::move(record)};
@@ -87,11 +72,11 @@ private:
     }
 
     Automated<std::wstring> received(HRESULT (STDMETHODCALLTYPE IXMLDOMNode::*property)(BSTR*)) const {
-        ReceivedText text;
+        Bstr text;
         if (const HRESULT result = (node_.get()->*property)(text.receive()); FAILED(result)) {
             return refused(result);
         }
-        return text.copy();
+        return text.text();
     }
 
     ComPtr<IXMLDOMNode> node_;
@@ -255,22 +240,22 @@ Automated<XmlParseError> WindowsXmlDocument::parseError() {
     long code = 0;
     long line = 0;
     long linePosition = 0;
-    ReceivedText reason;
-    ReceivedText sourceText;
+    Bstr reason;
+    Bstr sourceText;
     error->get_errorCode(&code);
     error->get_reason(reason.receive());
     error->get_line(&line);
     error->get_linepos(&linePosition);
     error->get_srcText(sourceText.receive());
-    return XmlParseError{code, reason.copy(), line, linePosition, sourceText.copy()};
+    return XmlParseError{code, reason.text(), line, linePosition, sourceText.text()};
 }
 
 Automated<std::wstring> WindowsXmlDocument::xml() {
-    ReceivedText text;
+    Bstr text;
     if (const HRESULT result = document_->get_xml(text.receive()); FAILED(result)) {
         return refused(result);
     }
-    return text.copy();
+    return text.text();
 }
 
 Automated<XmlNodeRef> WindowsXmlDocument::documentElement() {

@@ -10,7 +10,7 @@ namespace tarv {
 namespace {
 
 TEST(WindowParts, MenuKeepsItsHiddenEntriesInTheirPlacesButShowsOnlyTheOthers) {
-    const ui::Menu menu = createMainMenu();
+    const Menu menu = createMainMenu();
     std::wstring shown, defined;
     for (int at = 0; at < GetMenuItemCount(menu.get()); ++at)
         for (int index = 0; index < GetMenuItemCount(GetSubMenu(menu.get(), at)); ++index) {

@@ -7,12 +7,12 @@
 #include "platform/OwnProgram.h"
 #include "platform/ProfileFiles.h"
 #include "platform/XmlDom.h"
-#include "platform/windows/Handle.h"
+#include "platform/windows/BorderHandles.h"
 #include "platform/windows/ProcessHardening.h"
-#include "platform/windows/SystemText.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/windows/User.h"
+#include "win/SystemText.h"
 
 #include <gmock/gmock.h>
 

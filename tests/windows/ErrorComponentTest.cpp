@@ -1,10 +1,10 @@
 // The error display: the built DLL as a component, its window, its registration.
 
-#include "components/rk_Runtime/CountedObject.h"
+#include "win/CountedObject.h"
 #include "components/rk_Runtime/resource.h"
 #include "platform/Automation.h"
-#include "platform/windows/ComPtr.h"
-#include "platform/windows/Variant.h"
+#include "win/ComPtr.h"
+#include "win/Variant.h"
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "tests/support/ContractWorld.h"
@@ -188,11 +188,9 @@ TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysOnceUsed) {
 }
 
 /// An error object of the host, whose number is asked for by a call into the host's own code.
-class HostError : public component::CountedObject<IDispatch, IID_IDispatch> {
+class HostError : public DispatchObject {
 public:
     explicit HostError(std::function<void(VARIANT&)> number) : number_(std::move(number)) {}
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override {
         *id = 1;
         return wcscmp(*names, L"Number") == 0 ? S_OK : DISP_E_UNKNOWNNAME;

@@ -1,4 +1,4 @@
-#include "platform/windows/SystemText.h"
+#include "win/SystemText.h"
 
 namespace tarv {
 
