@@ -30,14 +30,13 @@ struct ComApartment {
 /// The program's parts in the order in which they need each other; they go in the opposite one.
 struct Program {
     ComApartment apartment;
-    WindowsPlatform platform;
-    Runtime rt{platform.border()};
+    WindowsPlatform platform{ui::filterMessage};
+    Runtime rt{platform};
     frmMain mainWindow{rt};
 };
 
 void run(int showCommand) {
     Program program;
-    program.platform.setMessageFilter(ui::filterMessage);
     program.mainWindow.load();
     program.mainWindow.show(showCommand);
     ui::runMessageLoop();

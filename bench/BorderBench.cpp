@@ -39,7 +39,7 @@ int wmain(int count, wchar_t** arguments) {
         return 2;
     const std::wstring child = arguments[1];
     WindowsPlatform windows;
-    Runtime rt{windows.border()};
+    Runtime rt{windows};
 
     constexpr int calls = 100;
     bool present = true;

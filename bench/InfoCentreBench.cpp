@@ -106,13 +106,13 @@ void writeInstallation(const std::wstring& folder, int groups) {
     DeleteFileW((folder + L"\\TARVENIK\\QV.ini").c_str());
 }
 
-Times measureOnce(Platform& border, IniTreeView& view) {
+Times measureOnce(const Platform& border, IniTreeView& view) {
     Times times{};
-    TimedProfileFiles timedProfiles(border.profiles, times[profiles]);
-    TimedFileStore timedFiles(border.files, times[trace]);
-    Platform timed{timedProfiles,    timedFiles,        border.environment, border.program,
-                   border.processes, border.desktop,    border.regional,    border.machine,
-                   border.shell,     border.automation, border.codePage,    border.xml};
+    TimedProfileFiles timedProfiles(*border.profiles, times[profiles]);
+    TimedFileStore timedFiles(*border.files, times[trace]);
+    Platform timed = border;
+    timed.profiles = &timedProfiles;
+    timed.files = &timedFiles;
     Runtime rt{timed};
 
     std::wstring name, version;
@@ -141,7 +141,7 @@ Times measureOnce(Platform& border, IniTreeView& view) {
     return times;
 }
 
-Times measure(Platform& border, IniTreeView& view) {
+Times measure(const Platform& border, IniTreeView& view) {
     std::array<std::vector<double>, stages> all;
     for (int round = 0; round < 15; ++round) {
         const Times once = measureOnce(border, view);
@@ -160,7 +160,7 @@ double sum(const Times& times, std::initializer_list<Stage> which) {
     return total;
 }
 
-void compareLoads(Platform& border, const std::wstring& folder, IniTreeView& view) {
+void compareLoads(const Platform& border, const std::wstring& folder, IniTreeView& view) {
     double perGroup = 0;
     for (const int groups : {10, 100, 1000}) {
         writeInstallation(folder, groups);
@@ -249,7 +249,7 @@ int main() {
         TreeWindow window;
         IniTreeView view;
         view.attach(window.tree());
-        compareLoads(windows.border(), folder, view);
+        compareLoads(windows, folder, view);
         compareInserts();
     }
     CoUninitialize();

@@ -47,7 +47,7 @@ void compare(const char* name, const char* yardstick, std::size_t count, Own own
 int main() {
     using namespace tarv;
     WindowsPlatform windows;
-    Runtime rt{windows.border()};
+    Runtime rt{windows};
     std::vector<std::wstring> texts;
     std::vector<double> amounts;
     for (int i = 0; i < 100; ++i) {

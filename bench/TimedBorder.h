@@ -63,6 +63,9 @@ public:
     SystemCode replace(std::wstring_view path, std::wstring_view by) override {
         return inner_.replace(path, by);
     }
+    SystemCode moveOver(std::wstring_view from, std::wstring_view to) override {
+        return inner_.moveOver(from, to);
+    }
     std::wstring currentDirectory() override { return inner_.currentDirectory(); }
 
 private:

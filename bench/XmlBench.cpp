@@ -103,7 +103,7 @@ void run(std::size_t megabytes, int rounds) {
                        wrapperOut = L"bench_xml_2.xml";
     writeSample(sample, megabytes * 1000000);
     WindowsPlatform windows;
-    Runtime rt(windows.border());
+    Runtime rt(windows);
     clsXML xml(rt);
     xml.Initialize(6);
     Bare bare;

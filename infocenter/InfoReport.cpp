@@ -1,8 +1,8 @@
 #include "infocenter/InfoReport.h"
 
 #include "infocenter/SystemProbes.h"
-#include "platform/OwnProgram.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Machine.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/ModRkIni.h"
@@ -14,7 +14,7 @@ namespace {
 constexpr std::wstring_view lineEnd = L"\r\n";
 
 std::wstring programVersion(Runtime& rt) {
-    const FileVersion version = rt.platform.program.version();
+    const FileVersion version = rt.platform.facts->programVersion();
     return std::to_wstring(version.major) + L"." + std::to_wstring(version.minor) + L"." +
            std::to_wstring(version.revision);
 }

@@ -1,8 +1,8 @@
 #include "infocenter/IniTree.h"
 
-#include "platform/Environment.h"
 #include "platform/Platform.h"
 #include "platform/ProfileFiles.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
 #include "runtime/modProgDebug.h"
 
@@ -38,7 +38,7 @@ public:
     explicit TreeReader(Runtime& rt) : rt_(rt) {}
 
     IniTree read() {
-        const std::wstring folder = rt_.platform.environment.value(L"ProgramData") + L"\\TARVENIK\\";
+        const std::wstring folder = rt_.platform.facts->variable(L"ProgramData") + L"\\TARVENIK\\";
         trace(L"Start INI-Read");
         const std::wstring machine = folder + L"Q_Machine.INI";
         const std::wstring names = groupNames(machine);
@@ -53,7 +53,7 @@ public:
 
 private:
     std::wstring groupNames(const std::wstring& file) {
-        return rt_.platform.profiles.getSectionNames(bufferSize, file);
+        return rt_.platform.profiles->getSectionNames(bufferSize, file);
     }
 
     bool addFile(const std::wstring& file, std::wstring_view names, std::wstring_view label) {
@@ -88,7 +88,7 @@ private:
     }
 
     std::vector<std::wstring> entries(std::wstring_view group, const std::wstring& file) {
-        const std::wstring section = rt_.platform.profiles.getSection(group, bufferSize, file);
+        const std::wstring section = rt_.platform.profiles->getSection(group, bufferSize, file);
         const auto lines = elements(section);
         std::vector<std::wstring> result;
         result.reserve(lines.size());

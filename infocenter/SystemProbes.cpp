@@ -1,8 +1,8 @@
 #include "infocenter/SystemProbes.h"
 
 #include "platform/Automation.h"
-#include "platform/MachineFacts.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
@@ -52,7 +52,7 @@ ObjectRef queryOperatingSystems(Automation& automation) {
 } // namespace
 
 void GetOSNameAndVersion(Runtime& rt, std::wstring& name, std::wstring& version, std::wstring& extra) {
-    const VersionInfo info = rt.platform.machine.version();
+    const VersionInfo info = rt.platform.facts->windowsVersion();
     version = std::to_wstring(info.major) + L"." + std::to_wstring(info.minor);
     extra = L"Build " + std::to_wstring(info.build) + L"  " + CutAtNul(info.servicePack);
 
@@ -66,7 +66,7 @@ void GetOSNameAndVersion(Runtime& rt, std::wstring& name, std::wstring& version,
 }
 
 void GetOSFromWMI(Runtime& rt, std::wstring& name, std::wstring& version) {
-    const ObjectRef systems = queryOperatingSystems(rt.platform.automation);
+    const ObjectRef systems = queryOperatingSystems(*rt.platform.automation);
     if (!systems)
         return;
     const auto items = systems->items();
@@ -90,7 +90,7 @@ std::wstring CutAtNul(std::wstring_view text) {
 }
 
 std::wstring GetLocalIP(Runtime& rt) {
-    return rt.platform.machine.localAddress().valueOr(L"127.0.0.1");
+    return rt.platform.facts->localAddress().valueOr(L"127.0.0.1");
 }
 
 } // namespace tarv

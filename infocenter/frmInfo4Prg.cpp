@@ -61,7 +61,7 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
                BS_PUSHBUTTON | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, 0, ID_cmdEnd);
     // Siblings paint in this order: the pages lie on top of the tab control.
     SetWindowPos(tabs, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    SkinFramework1_ = {rt_.platform.automation.create(skinControlProgId).valueOr(nullptr), platformHandle()};
+    SkinFramework1_ = {rt_.platform.automation->create(skinControlProgId).valueOr(nullptr), platformHandle()};
     applyDpi();
     layout();
     showTab(tabInfo);

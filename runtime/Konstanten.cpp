@@ -21,7 +21,7 @@ std::wstring GetProgVersion(Runtime& rt) {
         return unknownVersion;
 
     std::wstring version =
-        rt.platform.profiles.getString(L"Info", L"ProgVersion", entryNotFound, versionSize, path);
+        rt.platform.profiles->getString(L"Info", L"ProgVersion", entryNotFound, versionSize, path);
     if (version.empty() || version == entryNotFound)
         return unknownVersion;
     version.resize(versionSize);

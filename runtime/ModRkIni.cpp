@@ -1,9 +1,9 @@
 #include "runtime/ModRkIni.h"
 
 #include "platform/Desktop.h"
-#include "platform/MachineFacts.h"
 #include "platform/Platform.h"
 #include "platform/ProfileFiles.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "runtime/Funktionen32/NumberReader.h"
 #include "runtime/Funktionen32/NumberText.h"
@@ -35,7 +35,7 @@ bool isEmptyText(const Value& value) {
 
 Value readSuiteEntry(Runtime& rt, std::wstring_view group, std::wstring_view entry, const Value& fallback) {
     std::wstring value =
-        rt.platform.profiles.getString(group, entry, entryNotFound, suiteValueSize, suiteFile(rt));
+        rt.platform.profiles->getString(group, entry, entryNotFound, suiteValueSize, suiteFile(rt));
     if (value.empty() || value == entryNotFound) {
         if (isEmptyText(fallback))
             return std::wstring();
@@ -77,7 +77,7 @@ std::int16_t Tarvwin_EintragSchreiben(Runtime& rt, std::wstring_view group, std:
                                       const Value& value) {
     const auto* text = std::get_if<std::wstring>(&value);
     const std::wstring written = text ? *text : std::wstring(trim(invariantText(value)));
-    return rt.platform.profiles.writeString(group, entry, written, suiteFile(rt)) ? 0 : -1;
+    return rt.platform.profiles->writeString(group, entry, written, suiteFile(rt)) ? 0 : -1;
 }
 
 std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet) {
@@ -85,7 +85,7 @@ std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet)
     const std::wstring file = machineFile(rt);
     key = trim(key);
 
-    std::wstring folder = rt.platform.profiles.getString(group, key, entryNotFound, machineValueSize, file);
+    std::wstring folder = rt.platform.profiles->getString(group, key, entryNotFound, machineValueSize, file);
     if (folder != entryNotFound) {
         if (!folder.ends_with(L':') && !folder.ends_with(L'\\'))
             folder += L'\\';
@@ -97,8 +97,8 @@ std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet)
         text.append(TranslateText(L"] oder Datei '"))
             .append(file)
             .append(TranslateText(L"' Nicht gefunden !"));
-        rt.platform.desktop.messageBox(text, TranslateText(L"INSTALLATIONS-FEHLER"),
-                                       message_box::critical + message_box::systemModal);
+        rt.platform.desktop->messageBox(text, TranslateText(L"INSTALLATIONS-FEHLER"),
+                                        message_box::critical + message_box::systemModal);
     }
     return {};
 }
@@ -108,7 +108,7 @@ std::wstring GetMachineDirectoryQuiet(Runtime& rt, std::wstring_view key) {
 }
 
 std::wstring GetWindowsFolder(Runtime& rt) {
-    return rt.platform.machine.windowsDirectory(folderSize) + L'\\';
+    return rt.platform.facts->windowsDirectory(folderSize) + L'\\';
 }
 
 std::wstring GetFileNameFromPath(std::wstring_view path, bool stripExtension) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Platform.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -8,7 +10,6 @@
 namespace tarv {
 
 struct Base64Tables;
-struct Platform;
 
 /// What the debug trace remembers within a process.
 struct TraceState {
@@ -27,10 +28,10 @@ struct ExternalProgramMarker {
 /// The runtime library's process state and its way to Windows. One lives as long as the process; every
 /// routine gets it as its first argument. Used on the user-interface thread only.
 struct Runtime {
-    explicit Runtime(Platform& border, bool insideDevelopmentEnvironment = false)
+    explicit Runtime(const Platform& border, bool insideDevelopmentEnvironment = false)
         : platform(border), developmentEnvironment(insideDevelopmentEnvironment) {}
 
-    Platform& platform;
+    Platform platform;
 
     /// Never true in a built program; tests switch it on.
     const bool developmentEnvironment;

@@ -10,7 +10,7 @@ namespace tarv {
 
 bool suiteSwitch(Runtime& rt, std::wstring_view entry) {
     const std::wstring read =
-        rt.platform.profiles.getString(L"Debug", entry, entryNotFound, 2000, suiteIniName);
+        rt.platform.profiles->getString(L"Debug", entry, entryNotFound, 2000, suiteIniName);
     if (read == entryNotFound)
         return false;
     const std::wstring_view value = trim(read);

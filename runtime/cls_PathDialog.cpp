@@ -19,7 +19,7 @@ WindowHandle windowOf(std::int32_t handle) {
 } // namespace
 
 void cls_PathDialog::StartPathDialog() {
-    ShellOperations& shell = rt_.platform.shell;
+    ShellOperations& shell = *rt_.platform.shell;
     const WindowHandle owner = owner_ != 0 ? windowOf(owner_) : shell.desktopWindow();
     const auto folder = shell.browseForFolder({owner, title_, fileSystemFoldersOnly});
     cancelled_ = !folder;

@@ -1,7 +1,7 @@
 #include "runtime/modBase64.h"
 
-#include "platform/CodePage.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
 #include "runtime/RuntimeError.h"
 
@@ -44,7 +44,7 @@ void BuildBase64Tables(Runtime& rt) {
 
     for (std::size_t byte = 0; byte < tables->characterOfByte.size(); ++byte) {
         const char code = static_cast<char>(byte);
-        const std::wstring character = rt.platform.codePage.fromAnsi({&code, 1});
+        const std::wstring character = rt.platform.facts->fromAnsi({&code, 1});
         if (character.size() != 1)
             continue;
         tables->characterOfByte[byte] = static_cast<std::uint16_t>(character[0]);

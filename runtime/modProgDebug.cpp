@@ -1,8 +1,8 @@
 #include "runtime/modProgDebug.h"
 
-#include "platform/CodePage.h"
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/ModRkIni.h"
@@ -50,8 +50,8 @@ void DebugTrace(Runtime& rt, std::wstring_view text, bool startNewFile, bool kee
     std::wstring line = std::to_wstring(trace.lineCounter) + L" - " + ProgramName(rt) + L'\t';
     line.append(text).append(L"\r\n");
 
-    FileStore& files = rt.platform.files;
-    const std::string bytes = rt.platform.codePage.toAnsi(line);
+    FileStore& files = *rt.platform.files;
+    const std::string bytes = rt.platform.facts->toAnsi(line);
     // A line that cannot be written is lost on purpose: the trace never disturbs the program.
     if (!startNewFile && files.length(name))
         static_cast<void>(files.append(name, bytes));

@@ -7,7 +7,7 @@
 #include "scripted/FakeProcesses.h"
 #include "scripted/FakeProfileFiles.h"
 #include "scripted/FakeShellOperations.h"
-#include "scripted/FakeSystem.h"
+#include "scripted/FakeSystemFacts.h"
 #include "scripted/FakeXmlDom.h"
 
 namespace tarv {
@@ -19,19 +19,14 @@ struct FakePlatform {
     FakeDisk disk;
     FakeProfileFiles profiles{faults, disk};
     FakeFileStore files{faults, disk};
-    FakeEnvironment environment{faults};
-    FakeOwnProgram program{faults};
+    FakeSystemFacts facts{faults};
     FakeProcesses processes{faults};
     FakeDesktop desktop{faults};
-    FakeRegionalSettings regional{faults};
-    FakeMachineFacts machine{faults};
     FakeShellOperations shell{faults};
     FakeAutomation automation{faults};
-    FakeCodePage codePage{faults};
     FakeXmlParsers xml{faults, disk};
 
-    Platform border{profiles, files,   environment, program,    processes, desktop,
-                    regional, machine, shell,       automation, codePage,  xml};
+    Platform border{&profiles, &files, &facts, &processes, &desktop, &shell, &automation, &xml};
 
     FakePlatform() = default;
     FakePlatform(const FakePlatform&) = delete;

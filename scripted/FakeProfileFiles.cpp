@@ -1,6 +1,6 @@
 #include "scripted/FakeProfileFiles.h"
 
-#include "scripted/FakeSystem.h"
+#include "scripted/FakeSystemFacts.h"
 
 #include <algorithm>
 
@@ -26,7 +26,7 @@ std::wstring stripped(std::wstring_view text) {
 
 /// As the ANSI functions hand a text on: what the code page lacks is "?".
 std::wstring ansi(std::wstring_view text) {
-    return FakeCodePage::decode(FakeCodePage::encode(text));
+    return FakeSystemFacts::decode(FakeSystemFacts::encode(text));
 }
 
 Line parsed(std::wstring_view text) {
@@ -87,12 +87,12 @@ std::wstring cut(std::wstring list, std::uint32_t size) {
 } // namespace
 
 void FakeProfileFiles::fill(std::wstring_view file, std::wstring_view text) {
-    disk_.addFile(located(file), FakeCodePage::encode(text));
+    disk_.addFile(located(file), FakeSystemFacts::encode(text));
 }
 
 std::wstring FakeProfileFiles::text(std::wstring_view file) {
     const FakeEntry* entry = disk_.find(located(file));
-    return entry != nullptr ? FakeCodePage::decode(entry->bytes) : std::wstring();
+    return entry != nullptr ? FakeSystemFacts::decode(entry->bytes) : std::wstring();
 }
 
 std::wstring FakeProfileFiles::getString(std::wstring_view group, std::wstring_view entry,

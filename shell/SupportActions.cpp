@@ -1,8 +1,7 @@
 #include "shell/SupportActions.h"
 
-#include "platform/Environment.h"
-#include "platform/MachineFacts.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/ShellStart.h"
 #include "runtime/Funktionen32/Starter.h"
@@ -11,13 +10,13 @@
 namespace tarv {
 
 void openServicesConsole(Runtime& rt) {
-    const std::wstring systemFolder = rt.platform.machine.systemDirectory();
+    const std::wstring systemFolder = rt.platform.facts->systemDirectory();
     // A bare "mmc.exe" would be looked for in the current folder.
     if (systemFolder.empty())
         return;
     const std::wstring console = AddBackslash(systemFolder) + L"mmc.exe";
     const std::wstring arguments =
-        rt.platform.environment.value(L"SystemRoot") + L"\\system32\\services.msc /s";
+        rt.platform.facts->variable(L"SystemRoot") + L"\\system32\\services.msc /s";
 
     shellStart(rt, console, L"mmc", arguments, window_style::minimizedFocus);
 }

@@ -54,7 +54,7 @@ frmMain::frmMain(Runtime& rt)
             .iconResource = IDI_PROGRAM});
     addControl(ui::drawnPartClass(), L"Version:", WS_VISIBLE, 0, ID_lblVersion);
     addControl(ui::drawnPartClass(), L"", WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
-    SkinFramework1_ = {rt_.platform.automation.create(skinControlProgId).valueOr(nullptr), platformHandle()};
+    SkinFramework1_ = {rt_.platform.automation->create(skinControlProgId).valueOr(nullptr), platformHandle()};
     applyDpi();
     layout();
 }

@@ -18,8 +18,8 @@ void showParseError(Runtime& rt, const XmlParseError& error, std::wstring_view f
     text += error.reason + L"Line " + std::to_wstring(error.line) + L", Position " +
             std::to_wstring(error.linePosition) + lineEnd + lineEnd;
     text += error.sourceText + lineEnd;
-    rt.platform.desktop.messageBox(text, L"XML Parse Error",
-                                   message_box::ok | message_box::exclamation | message_box::systemModal);
+    rt.platform.desktop->messageBox(text, L"XML Parse Error",
+                                    message_box::ok | message_box::exclamation | message_box::systemModal);
 }
 
 } // namespace tarv

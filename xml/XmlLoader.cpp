@@ -2,8 +2,8 @@
 
 #include "platform/Desktop.h"
 #include "platform/FileStore.h"
-#include "platform/OwnProgram.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
 #include "runtime/RuntimeError.h"
 #include "xml/ParseErrorReport.h"
@@ -54,14 +54,14 @@ Automated<bool> load(XmlDocument& document, XmlSource kind, std::wstring_view so
 }
 
 std::wstring scratchFile(Runtime& rt) {
-    std::wstring path = rt.platform.program.path();
+    std::wstring path = rt.platform.facts->programPath();
     path.resize(path.rfind(L'\\') + 1);
     return path + L"tempgoxml.xml";
 }
 
 XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::wstring_view xml,
                                       bool showErrors) {
-    FileStore& files = rt.platform.files;
+    FileStore& files = *rt.platform.files;
     const std::wstring path = scratchFile(rt);
     const std::optional<std::string> bytes = encodedAsDeclared(xml);
     const SystemCode code = bytes ? files.overwrite(path, *bytes) : 0;
@@ -84,7 +84,7 @@ XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::ws
 
 bool canCreateParser(Runtime& rt, std::int16_t version) {
     const std::wstring_view id = programmaticId(version);
-    return !id.empty() && rt.platform.xml.create(id);
+    return !id.empty() && rt.platform.xml->create(id);
 }
 
 std::int16_t ChooseParser(Runtime& rt) {
@@ -99,12 +99,12 @@ XmlDocumentRef InvokeParser(Runtime& rt, std::int16_t version) {
     const std::wstring_view id = programmaticId(version);
     if (id.empty())
         return nullptr;
-    auto created = rt.platform.xml.create(id);
+    auto created = rt.platform.xml->create(id);
     if (created)
         return std::move(*created);
     if (created.error().number == error_number::cannotCreateObject)
-        rt.platform.desktop.messageBox(L"XML-Problem beim Create (" + std::wstring(id) + L")",
-                                       L"clsXml.InvokeParser", message_box::ok | message_box::systemModal);
+        rt.platform.desktop->messageBox(L"XML-Problem beim Create (" + std::wstring(id) + L")",
+                                        L"clsXml.InvokeParser", message_box::ok | message_box::systemModal);
     return nullptr;
 }
 
@@ -112,8 +112,9 @@ XmlDocumentRef OpenXML(Runtime& rt, std::int16_t version, XmlSource kind, std::w
                        bool showErrors) {
     XmlDocumentRef document = InvokeParser(rt, version);
     if (!document) {
-        rt.platform.desktop.messageBox(L"clsXml.OpenXML Fehler", L"Create the DOMDocument",
-                                       message_box::ok | message_box::exclamation | message_box::systemModal);
+        rt.platform.desktop->messageBox(L"clsXml.OpenXML Fehler", L"Create the DOMDocument",
+                                        message_box::ok | message_box::exclamation |
+                                            message_box::systemModal);
         return nullptr;
     }
     const auto loaded = load(*document, kind, source);

@@ -59,30 +59,30 @@ bool isOneOf(SystemCode code, std::initializer_list<SystemCode> codes) {
 /// Gives `fresh` the name `file`. Scanners and synchronisers open fresh files for moments, and a file that
 /// somebody has open cannot be put in another's place: it is tried for half a second. An attempt that took
 /// the old file away and failed then is completed by the next one, which finds none.
-SystemCode putInPlace(Platform& platform, std::wstring_view file, std::wstring_view fresh) {
+SystemCode putInPlace(const Platform& platform, std::wstring_view file, std::wstring_view fresh) {
     using namespace system_code;
     constexpr int attempts = 50;
     constexpr std::uint32_t pause = 10;
     constexpr auto fixed = attribute::readOnly | attribute::directory;
     for (int attempt = 1;; ++attempt) {
-        SystemCode code = platform.files.replace(file, fresh);
+        SystemCode code = platform.files->replace(file, fresh);
         // There is nothing to replace, or the file system knows no replacing.
         if (isOneOf(code, {fileNotFound, invalidFunction, notSupported, invalidParameter}))
-            code = platform.files.moveOver(fresh, file);
+            code = platform.files->moveOver(fresh, file);
         const bool mayPass =
             isOneOf(code, {accessDenied, sharingViolation, lockViolation, unableToRemoveReplaced,
                            unableToMoveReplacement, unableToMoveReplacement2}) &&
-            (platform.files.attributes(file).valueOr(0) & fixed) == 0;
+            (platform.files->attributes(file).valueOr(0) & fixed) == 0;
         if (!mayPass || attempt == attempts)
             return code;
-        platform.desktop.sleep(pause);
+        platform.desktop->sleep(pause);
     }
 }
 
 } // namespace
 
-void saveInPlace(XmlDocument& document, Platform& platform, std::wstring_view file) {
-    FileStore& files = platform.files;
+void saveInPlace(XmlDocument& document, const Platform& platform, std::wstring_view file) {
+    FileStore& files = *platform.files;
     if (file.empty())
         throw RuntimeError(cannotWrite(system_code::pathNotFound, file));
     const auto bytes = convertedHere(document);

@@ -8,8 +8,8 @@
 
 // Is it there? Asked in a way that survives slow network drives.
 void existence(tarv::Runtime& rt, const std::wstring& folder) {
-    rt.platform.files.overwrite(folder + L"Los A.txt", "12,5 m2");
-    rt.platform.files.overwrite(folder + L"Los B.txt", "7,5 m2");
+    rt.platform.files->overwrite(folder + L"Los A.txt", "12,5 m2");
+    rt.platform.files->overwrite(folder + L"Los B.txt", "7,5 m2");
 
     print(L"Uexist, file: " + yesNo(tarv::Uexist(rt, folder + L"Los A.txt")));
     print(L"Uexist, folder: " + yesNo(tarv::Uexist(rt, folder, true)));

@@ -7,7 +7,7 @@
 
 // Copying through the Windows shell, with the promise that everything has arrived.
 void fileOperation(tarv::Runtime& rt, const std::wstring& folder) {
-    rt.platform.files.overwrite(folder + L"Los 1.x83", "Angebot");
+    rt.platform.files->overwrite(folder + L"Los 1.x83", "Angebot");
     tarv::ErrorRecord error;
     const bool copied = tarv::FileOperation(rt, tarv::file_operation::copy, folder + L"Los 1.x83",
                                             folder + L"Los 2.x83", false, true, 0, true, error);

@@ -33,7 +33,7 @@ int wmain(int count, wchar_t** arguments) {
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
     tarv::WindowsPlatform windows;
-    tarv::Runtime rt(windows.border());
+    tarv::Runtime rt(windows);
 
     // A configuration file of our own instead of Pexoran.INI in the Windows folder, from which only the
     // switches of group "Debug" still come.

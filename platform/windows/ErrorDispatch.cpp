@@ -1,7 +1,7 @@
 #include "platform/windows/ErrorDispatch.h"
 
-#include "platform/windows/Variant.h"
 #include "win/CountedObject.h"
+#include "win/Variant.h"
 
 #include <algorithm>
 #include <iterator>
@@ -79,9 +79,14 @@ private:
             return S_OK;
         }
         VariantInit(result);
-        const bool stored =
-            value != nullptr ? store(*result, Value(*value)) : store(*result, Value(record_->number));
-        return stored ? S_OK : E_OUTOFMEMORY;
+        if (value == nullptr) {
+            result->vt = VT_I4;
+            result->lVal = record_->number;
+            return S_OK;
+        }
+        result->vt = VT_BSTR;
+        result->bstrVal = Bstr(*value).detach();
+        return result->bstrVal != nullptr ? S_OK : E_OUTOFMEMORY;
     }
 
     HRESULT write(DISPID id, VARIANT& value) {

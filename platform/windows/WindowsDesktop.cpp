@@ -1,6 +1,6 @@
-#include "platform/windows/WindowsDesktop.h"
-
+#include "platform/Desktop.h"
 #include "platform/windows/BorderHandles.h"
+#include "platform/windows/Makers.h"
 
 #include <string>
 
@@ -31,65 +31,68 @@ HWND messageOwner() {
     return owner;
 }
 
+class WindowsDesktop final : public Desktop {
+public:
+    explicit WindowsDesktop(MessageFilter filter) : filter_(filter) {}
+
+    std::int32_t messageBox(std::wstring_view text, std::wstring_view title, std::uint32_t style) override {
+        return MessageBoxW(messageOwner(), std::wstring(text).c_str(), std::wstring(title).c_str(), style);
+    }
+
+    void pumpMessages() override {
+        const ULONGLONG start = GetTickCount64();
+        MSG message;
+        for (int handled = 0; handled < mostMessages && GetTickCount64() - start < longestPump; ++handled) {
+            if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                return;
+            }
+            if (message.message == WM_QUIT) {
+                PostQuitMessage(static_cast<int>(message.wParam));
+                return;
+            }
+            if (filter_ != nullptr && filter_(message)) {
+                continue;
+            }
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+
+    bool quitPending() override {
+        MSG message;
+        return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != FALSE;
+    }
+
+    void sleep(std::uint32_t milliseconds) override { Sleep(milliseconds); }
+
+    WindowHandle activeWindow() override { return toBorder(GetActiveWindow()); }
+
+    WindowHandle activeForm() override {
+        // Boxes and dialogs of the system are windows of their own modules; the form is what they belong to.
+        HWND window = GetActiveWindow();
+        const auto program = reinterpret_cast<LONG_PTR>(GetModuleHandleW(nullptr));
+        while (window != nullptr && GetWindowLongPtrW(window, GWLP_HINSTANCE) != program) {
+            window = GetWindow(window, GW_OWNER);
+        }
+        return toBorder(window);
+    }
+
+    bool isWindow(WindowHandle window) override { return IsWindow(toSystem(window)) != FALSE; }
+
+    void setFocus(WindowHandle window) override { SetFocus(toSystem(window)); }
+
+    void redraw(WindowHandle window) override {
+        RedrawWindow(toSystem(window), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    }
+
+private:
+    MessageFilter filter_;
+};
+
 } // namespace
 
-std::int32_t WindowsDesktop::messageBox(std::wstring_view text, std::wstring_view title,
-                                        std::uint32_t style) {
-    return MessageBoxW(messageOwner(), std::wstring(text).c_str(), std::wstring(title).c_str(), style);
-}
-
-void WindowsDesktop::pumpMessages() {
-    const ULONGLONG start = GetTickCount64();
-    MSG message;
-    for (int handled = 0; handled < mostMessages && GetTickCount64() - start < longestPump; ++handled) {
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            return;
-        }
-        if (message.message == WM_QUIT) {
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        if (filter_ != nullptr && filter_(message)) {
-            continue;
-        }
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-bool WindowsDesktop::quitPending() {
-    MSG message;
-    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != FALSE;
-}
-
-void WindowsDesktop::sleep(std::uint32_t milliseconds) {
-    Sleep(milliseconds);
-}
-
-WindowHandle WindowsDesktop::activeWindow() {
-    return toBorder(GetActiveWindow());
-}
-
-WindowHandle WindowsDesktop::activeForm() {
-    // Boxes and dialogs of the system are windows of their own modules; the form is what they belong to.
-    HWND window = GetActiveWindow();
-    const auto program = reinterpret_cast<LONG_PTR>(GetModuleHandleW(nullptr));
-    while (window != nullptr && GetWindowLongPtrW(window, GWLP_HINSTANCE) != program) {
-        window = GetWindow(window, GW_OWNER);
-    }
-    return toBorder(window);
-}
-
-bool WindowsDesktop::isWindow(WindowHandle window) {
-    return IsWindow(toSystem(window)) != FALSE;
-}
-
-void WindowsDesktop::setFocus(WindowHandle window) {
-    SetFocus(toSystem(window));
-}
-
-void WindowsDesktop::redraw(WindowHandle window) {
-    RedrawWindow(toSystem(window), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+std::unique_ptr<Desktop> makeDesktop(MessageFilter filter) {
+    return std::make_unique<WindowsDesktop>(filter);
 }
 
 } // namespace tarv

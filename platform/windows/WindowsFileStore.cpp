@@ -1,5 +1,5 @@
-#include "platform/windows/WindowsFileStore.h"
-
+#include "platform/FileStore.h"
+#include "platform/windows/Makers.h"
 #include "win/Handle.h"
 #include "win/NoSystemBoxes.h"
 #include "win/SystemText.h"
@@ -51,81 +51,89 @@ std::wstring fullFileName(std::wstring_view path) {
     return toFileName(fullName(path));
 }
 
+class WindowsFileStore final : public FileStore {
+public:
+    Answer<std::int64_t> length(std::wstring_view path) override {
+        const NoSystemBoxes silence;
+        WIN32_FILE_ATTRIBUTE_DATA data{};
+        if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data)) {
+            return Failure{SystemCode{GetLastError()}};
+        }
+        if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            return 0;
+        }
+        return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+    }
+
+    Answer<std::uint32_t> attributes(std::wstring_view path) override {
+        const NoSystemBoxes silence;
+        const DWORD attributes = GetFileAttributesW(toFileName(path).c_str());
+        if (attributes == INVALID_FILE_ATTRIBUTES) {
+            return Failure{SystemCode{GetLastError()}};
+        }
+        return std::uint32_t{attributes};
+    }
+
+    std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override {
+        return std::make_unique<WindowsDirectorySearch>(pattern);
+    }
+
+    SystemCode append(std::wstring_view path, std::string_view bytes) override {
+        const NoSystemBoxes silence;
+        // The right to append alone makes the system put every write behind the end, whoever else writes.
+        const FileHandle file(CreateFileW(toFileName(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
+        return file ? write(file.get(), bytes) : GetLastError();
+    }
+
+    SystemCode overwrite(std::wstring_view path, std::string_view bytes) override {
+        const NoSystemBoxes silence;
+        // Opened and cut instead of created anew: creating refuses a hidden file and drops its attributes.
+        const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!file || !SetEndOfFile(file.get())) {
+            return GetLastError();
+        }
+        return write(file.get(), bytes);
+    }
+
+    SystemCode remove(std::wstring_view path) override {
+        const NoSystemBoxes silence;
+        return DeleteFileW(toFileName(path).c_str()) ? ERROR_SUCCESS : GetLastError();
+    }
+
+    SystemCode replace(std::wstring_view path, std::wstring_view by) override {
+        const NoSystemBoxes silence;
+        const std::wstring target = fullFileName(path);
+        const std::wstring source = fullFileName(by);
+        const DWORD attributes = GetFileAttributesW(target.c_str());
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            return ERROR_ACCESS_DENIED; // not every system refuses to put a file in the place of an empty
+                                        // folder
+        }
+        // Who may write the file need not be allowed to set its access rights: that alone must not fail.
+        return ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                            nullptr)
+                   ? ERROR_SUCCESS
+                   : GetLastError();
+    }
+
+    SystemCode moveOver(std::wstring_view from, std::wstring_view to) override {
+        return MoveFileExW(toFileName(from).c_str(), toFileName(to).c_str(), MOVEFILE_REPLACE_EXISTING)
+                   ? ERROR_SUCCESS
+                   : GetLastError();
+    }
+
+    std::wstring currentDirectory() override {
+        return filledText([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
+    }
+};
+
 } // namespace
 
-Answer<std::int64_t> WindowsFileStore::length(std::wstring_view path) {
-    const NoSystemBoxes silence;
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data)) {
-        return Failure{SystemCode{GetLastError()}};
-    }
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        return 0;
-    }
-    return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
-}
-
-Answer<std::uint32_t> WindowsFileStore::attributes(std::wstring_view path) {
-    const NoSystemBoxes silence;
-    const DWORD attributes = GetFileAttributesW(toFileName(path).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return Failure{SystemCode{GetLastError()}};
-    }
-    return std::uint32_t{attributes};
-}
-
-std::unique_ptr<DirectorySearch> WindowsFileStore::search(std::wstring_view pattern) {
-    return std::make_unique<WindowsDirectorySearch>(pattern);
-}
-
-SystemCode WindowsFileStore::append(std::wstring_view path, std::string_view bytes) {
-    const NoSystemBoxes silence;
-    // The right to append alone makes the system put every write behind the end, whoever else writes.
-    const FileHandle file(CreateFileW(toFileName(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file ? write(file.get(), bytes) : GetLastError();
-}
-
-SystemCode WindowsFileStore::overwrite(std::wstring_view path, std::string_view bytes) {
-    const NoSystemBoxes silence;
-    // Opened and cut instead of created anew: creating refuses a hidden file and drops its attributes.
-    const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file || !SetEndOfFile(file.get())) {
-        return GetLastError();
-    }
-    return write(file.get(), bytes);
-}
-
-SystemCode WindowsFileStore::remove(std::wstring_view path) {
-    const NoSystemBoxes silence;
-    return DeleteFileW(toFileName(path).c_str()) ? ERROR_SUCCESS : GetLastError();
-}
-
-SystemCode WindowsFileStore::replace(std::wstring_view path, std::wstring_view by) {
-    const NoSystemBoxes silence;
-    const std::wstring target = fullFileName(path);
-    const std::wstring source = fullFileName(by);
-    const DWORD attributes = GetFileAttributesW(target.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        return ERROR_ACCESS_DENIED; // not every system refuses to put a file in the place of an empty folder
-    }
-    // Who may write the file need not be allowed to set its access rights: that alone must not fail.
-    return ReplaceFileW(target.c_str(), source.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                        nullptr)
-               ? ERROR_SUCCESS
-               : GetLastError();
-}
-
-SystemCode WindowsFileStore::moveOver(std::wstring_view from, std::wstring_view to) {
-    return MoveFileExW(toFileName(from).c_str(), toFileName(to).c_str(), MOVEFILE_REPLACE_EXISTING)
-               ? ERROR_SUCCESS
-               : GetLastError();
-}
-
-std::wstring WindowsFileStore::currentDirectory() {
-    return filledText([](wchar_t* buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); });
+std::unique_ptr<FileStore> makeFileStore() {
+    return std::make_unique<WindowsFileStore>();
 }
 
 } // namespace tarv

@@ -1,47 +1,31 @@
 #include "platform/windows/WindowsPlatform.h"
 
-#include "platform/windows/WindowsAutomation.h"
-#include "platform/windows/WindowsCodePage.h"
-#include "platform/windows/WindowsDesktop.h"
-#include "platform/windows/WindowsEnvironment.h"
-#include "platform/windows/WindowsFileStore.h"
-#include "platform/windows/WindowsMachineFacts.h"
-#include "platform/windows/WindowsOwnProgram.h"
-#include "platform/windows/WindowsProcesses.h"
-#include "platform/windows/WindowsProfileFiles.h"
-#include "platform/windows/WindowsRegionalSettings.h"
-#include "platform/windows/WindowsShellOperations.h"
-#include "platform/windows/WindowsXmlDom.h"
+#include "platform/Automation.h"
+#include "platform/Desktop.h"
+#include "platform/FileStore.h"
+#include "platform/Processes.h"
+#include "platform/ProfileFiles.h"
+#include "platform/ShellOperations.h"
+#include "platform/SystemFacts.h"
+#include "platform/XmlDom.h"
+#include "platform/windows/Makers.h"
 
 namespace tarv {
 
-struct WindowsPlatform::Implementation {
-    WindowsProfileFiles profiles;
-    WindowsFileStore files;
-    WindowsEnvironment environment;
-    WindowsOwnProgram program;
-    WindowsProcesses processes;
-    WindowsDesktop desktop;
-    WindowsRegionalSettings regional;
-    WindowsMachineFacts machine;
-    WindowsShellOperations shell;
-    WindowsAutomation automation;
-    WindowsCodePage codePage;
-    WindowsXmlParsers xml;
-    Platform border{profiles, files,   environment, program,    processes, desktop,
-                    regional, machine, shell,       automation, codePage,  xml};
-};
-
-WindowsPlatform::WindowsPlatform() : implementation_(std::make_unique<Implementation>()) {}
-
-WindowsPlatform::~WindowsPlatform() = default;
-
-Platform& WindowsPlatform::border() {
-    return implementation_->border;
-}
-
-void WindowsPlatform::setMessageFilter(MessageFilter filter) {
-    implementation_->desktop.setMessageFilter(filter);
+WindowsPlatform::WindowsPlatform(MessageFilter filter) {
+    const auto keep = [this](auto&& part) {
+        const auto made = part.get();
+        parts_.push_back(std::move(part));
+        return made;
+    };
+    profiles = keep(makeProfileFiles());
+    files = keep(makeFileStore());
+    facts = keep(makeSystemFacts());
+    processes = keep(makeProcesses());
+    desktop = keep(makeDesktop(filter));
+    shell = keep(makeShellOperations());
+    automation = keep(makeAutomation());
+    xml = keep(makeXmlParsers());
 }
 
 } // namespace tarv

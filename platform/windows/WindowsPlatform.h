@@ -3,31 +3,26 @@
 #include "platform/Platform.h"
 
 #include <memory>
+#include <vector>
 
 struct tagMSG;
 
 namespace tarv {
 
-/// Sees each message before it is translated and dispatched; true: it is done with. For keyboard handling of
-/// dialogs and accelerators.
+/// Sees each message of the pump before it is translated and dispatched; true: it is done with. For keyboard
+/// handling of dialogs and accelerators.
 using MessageFilter = bool (*)(tagMSG& message);
 
-/// The border's implementation over the running Windows. COM has to be initialised by the program.
-class WindowsPlatform {
+/// The border's implementation over the running Windows. COM has to be initialised by the program. A copy of
+/// its Platform is good as long as it lives.
+class WindowsPlatform : public Platform {
 public:
-    WindowsPlatform();
-    ~WindowsPlatform();
+    explicit WindowsPlatform(MessageFilter filter = nullptr);
     WindowsPlatform(const WindowsPlatform&) = delete;
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
-    Platform& border();
-
-    /// Filter of the message pump; null for none.
-    void setMessageFilter(MessageFilter filter);
-
 private:
-    struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::vector<std::shared_ptr<void>> parts_;
 };
 
 } // namespace tarv

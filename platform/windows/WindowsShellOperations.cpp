@@ -1,6 +1,6 @@
-#include "platform/windows/WindowsShellOperations.h"
-
+#include "platform/ShellOperations.h"
 #include "platform/windows/BorderHandles.h"
+#include "platform/windows/Makers.h"
 #include "win/Handle.h"
 #include "win/LateEntry.h"
 #include "win/NoSystemBoxes.h"
@@ -46,42 +46,47 @@ std::wstring toShellNames(std::wstring list) {
     return names.append(1, L'\0');
 }
 
+class WindowsShellOperations final : public ShellOperations {
+public:
+    ShellFileResult fileOperation(const ShellFileRequest& request) override {
+        const std::wstring source = toShellNames(request.source);
+        const std::wstring target = toShellNames(request.target);
+        if (source.empty() || target.empty()) {
+            return {pathTooDeep, false};
+        }
+        SHFILEOPSTRUCTW operation{};
+        operation.wFunc = request.operation;
+        operation.pFrom = source.c_str();
+        operation.pTo = target.c_str();
+        operation.fFlags = request.flags;
+        const NoSystemBoxes silence;
+        const int code = late::SHFileOperationW(&operation);
+        return {code, operation.fAnyOperationsAborted != FALSE};
+    }
+
+    Answer<std::wstring> browseForFolder(const FolderRequest& request) override {
+        BROWSEINFOW info{};
+        info.hwndOwner = toSystem(request.owner);
+        info.lpszTitle = request.title.c_str();
+        info.ulFlags = request.flags;
+        const ItemList chosen(late::SHBrowseForFolderW(&info));
+        if (!chosen) {
+            return Failure{SystemCode{ERROR_CANCELLED}};
+        }
+        wchar_t path[MAX_PATH] = L"";
+        if (!late::SHGetPathFromIDListW(chosen.get(), path)) {
+            return Failure{SystemCode{ERROR_BAD_PATHNAME}};
+        }
+        return std::wstring(path);
+    }
+
+    WindowHandle desktopWindow() override { return toBorder(GetDesktopWindow()); }
+};
+
 } // namespace
 
-ShellFileResult WindowsShellOperations::fileOperation(const ShellFileRequest& request) {
-    const std::wstring source = toShellNames(request.source);
-    const std::wstring target = toShellNames(request.target);
-    if (source.empty() || target.empty()) {
-        return {pathTooDeep, false};
-    }
-    SHFILEOPSTRUCTW operation{};
-    operation.wFunc = request.operation;
-    operation.pFrom = source.c_str();
-    operation.pTo = target.c_str();
-    operation.fFlags = request.flags;
-    const NoSystemBoxes silence;
-    const int code = late::SHFileOperationW(&operation);
-    return {code, operation.fAnyOperationsAborted != FALSE};
-}
-
-Answer<std::wstring> WindowsShellOperations::browseForFolder(const FolderRequest& request) {
-    BROWSEINFOW info{};
-    info.hwndOwner = toSystem(request.owner);
-    info.lpszTitle = request.title.c_str();
-    info.ulFlags = request.flags;
-    const ItemList chosen(late::SHBrowseForFolderW(&info));
-    if (!chosen) {
-        return Failure{SystemCode{ERROR_CANCELLED}};
-    }
-    wchar_t path[MAX_PATH] = L"";
-    if (!late::SHGetPathFromIDListW(chosen.get(), path)) {
-        return Failure{SystemCode{ERROR_BAD_PATHNAME}};
-    }
-    return std::wstring(path);
-}
-
-WindowHandle WindowsShellOperations::desktopWindow() {
-    return toBorder(GetDesktopWindow());
+std::unique_ptr<ShellOperations> makeShellOperations() {
+    return std::make_unique<WindowsShellOperations>();
 }
 
 } // namespace tarv

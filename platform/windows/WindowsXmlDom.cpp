@@ -1,9 +1,10 @@
-#include "platform/windows/WindowsXmlDom.h"
-
+#include "platform/XmlDom.h"
 #include "platform/windows/AutomationFailure.h"
-#include "platform/windows/Variant.h"
+#include "platform/windows/LateBound.h"
+#include "platform/windows/Makers.h"
 #include "win/ComPtr.h"
 #include "win/NoSystemBoxes.h"
+#include "win/Variant.h"
 
 #include <objbase.h>
 
@@ -284,21 +285,28 @@ Automated<Empty> WindowsXmlDocument::save(std::wstring_view path) {
     return done(document_->save(target.raw()));
 }
 
+class WindowsXmlParsers final : public XmlParsers {
+public:
+    Automated<XmlDocumentRef> create(std::wstring_view progId) override {
+        const NoSystemBoxes silence;
+        CLSID classId;
+        ComPtr<IXMLDOMDocument> document;
+        HRESULT result = CLSIDFromProgID(std::wstring(progId).c_str(), &classId);
+        if (SUCCEEDED(result)) {
+            result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
+                                      document.receiveAny());
+        }
+        if (FAILED(result)) {
+            return Failure{cannotCreate(result, progId)};
+        }
+        return XmlDocumentRef(std::make_unique<WindowsXmlDocument>(std::move(document)));
+    }
+};
+
 } // namespace
 
-Automated<XmlDocumentRef> WindowsXmlParsers::create(std::wstring_view progId) {
-    const NoSystemBoxes silence;
-    CLSID classId;
-    ComPtr<IXMLDOMDocument> document;
-    HRESULT result = CLSIDFromProgID(std::wstring(progId).c_str(), &classId);
-    if (SUCCEEDED(result)) {
-        result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
-                                  document.receiveAny());
-    }
-    if (FAILED(result)) {
-        return Failure{cannotCreate(result, progId)};
-    }
-    return XmlDocumentRef(std::make_unique<WindowsXmlDocument>(std::move(document)));
+std::unique_ptr<XmlParsers> makeXmlParsers() {
+    return std::make_unique<WindowsXmlParsers>();
 }
 
 } // namespace tarv

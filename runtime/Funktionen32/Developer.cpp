@@ -19,7 +19,7 @@ bool bIstEntwicklung(Runtime& rt) {
 
 void PumpMessages(Runtime& rt) {
     if (!rt.pumpSuppressed)
-        rt.platform.desktop.pumpMessages();
+        rt.platform.desktop->pumpMessages();
 }
 
 } // namespace tarv

@@ -15,7 +15,7 @@ namespace {
 
 /// The class registered on this machine (the suite's), else the one in the program's own folder.
 Automated<ObjectRef> createDisplay(Runtime& rt) {
-    Automation& automation = rt.platform.automation;
+    Automation& automation = *rt.platform.automation;
     Automated<ObjectRef> display = automation.create(errorDisplayProgId);
     if (display)
         return display;
@@ -37,7 +37,7 @@ Value report(Runtime& rt, std::wstring_view method, ErrorRecord& error, std::wst
 
     const auto record = std::make_shared<ErrorRecord>(error);
     const Automated<Value> answer =
-        (*display)->call(method, {ObjectByRef{rt.platform.automation.errorObject(record)},
+        (*display)->call(method, {ObjectByRef{rt.platform.automation->errorObject(record)},
                                   std::wstring(location), std::wstring(extra)});
     error = *record;
     return answer.valueOr(Empty{});

@@ -30,7 +30,7 @@ bool hasWildcard(std::wstring_view path) {
 
 void pumpAndSleep(Runtime& rt, std::uint32_t milliseconds) {
     PumpMessages(rt);
-    rt.platform.desktop.sleep(milliseconds);
+    rt.platform.desktop->sleep(milliseconds);
 }
 
 /// Run-time error number of a search that the system refuses.
@@ -41,7 +41,7 @@ constexpr std::int32_t badFileName = 52;
 
 void showSearchFailure(Runtime& rt, std::wstring_view path) {
     const std::wstring text = (L"Fehler: " + std::to_wstring(badFileName) + L"  in Uexist: \n").append(path);
-    rt.platform.desktop.messageBox(text, L"IsDesign", message_box::ok | message_box::systemModal);
+    rt.platform.desktop->messageBox(text, L"IsDesign", message_box::ok | message_box::systemModal);
 }
 
 bool existsBySearch(Runtime& rt, std::wstring_view path) {
@@ -78,7 +78,7 @@ enum class Probe {
 Probe probeAgain(Runtime& rt, std::wstring_view path, bool quick) {
     pumpAndSleep(rt, 1);
     PumpMessages(rt);
-    if (const auto length = rt.platform.files.length(path))
+    if (const auto length = rt.platform.files->length(path))
         return *length >= 1 ? Probe::there : Probe::inconclusive;
     return quick ? Probe::notThere : Probe::inconclusive;
 }
@@ -86,14 +86,14 @@ Probe probeAgain(Runtime& rt, std::wstring_view path, bool quick) {
 Probe probeLength(Runtime& rt, std::wstring_view path, bool directory, bool quick) {
     if (hasWildcard(path) || path.size() <= 2 || directory)
         return Probe::notTried;
-    const auto length = rt.platform.files.length(path);
+    const auto length = rt.platform.files->length(path);
     if (!length)
         return probeAgain(rt, path, quick);
     if (*length >= 1)
         return Probe::there;
 
     // A folder has length 0 as well; one whose attributes cannot be read is taken for one.
-    const auto attributes = rt.platform.files.attributes(path);
+    const auto attributes = rt.platform.files->attributes(path);
     if (!attributes || (*attributes & attribute::directory) != 0)
         return Probe::notThere;
     pumpAndSleep(rt, 0);
@@ -113,7 +113,7 @@ std::wstring normalised(std::wstring_view path) {
 
 std::optional<std::uint32_t> readAttributesPatiently(Runtime& rt, std::wstring_view path) {
     for (int attempt = 1; attempt <= 3; ++attempt) {
-        if (const auto attributes = rt.platform.files.attributes(path))
+        if (const auto attributes = rt.platform.files->attributes(path))
             return *attributes;
         pumpAndSleep(rt, 1);
         PumpMessages(rt);
@@ -123,8 +123,8 @@ std::optional<std::uint32_t> readAttributesPatiently(Runtime& rt, std::wstring_v
 
 void showToDeveloper(Runtime& rt, std::wstring_view path, std::wstring_view remark) {
     if (bIstEntwicklung(rt))
-        rt.platform.desktop.messageBox(std::wstring(path).append(remark), L"bIstEntwicklung",
-                                       message_box::ok | message_box::systemModal);
+        rt.platform.desktop->messageBox(std::wstring(path).append(remark), L"bIstEntwicklung",
+                                        message_box::ok | message_box::systemModal);
 }
 
 /// A file found where a folder was asked for counts as there when its name looks like a file's.
@@ -149,7 +149,7 @@ bool attributesSayThere(Runtime& rt, std::wstring_view path, bool directory, std
 /// The last resort after all attribute reads have failed.
 bool lastAttempt(Runtime& rt, std::wstring_view path) {
     if (!hasWildcard(path))
-        return static_cast<bool>(rt.platform.files.attributes(path));
+        return static_cast<bool>(rt.platform.files->attributes(path));
     std::vector<std::wstring> names;
     return ListFiles(rt, path, names) >= 1;
 }
@@ -174,8 +174,8 @@ bool existsPatiently(Runtime& rt, std::wstring_view path, bool directory, bool q
 bool Uexist(Runtime& rt, std::wstring_view path, bool directory, bool& quick) {
     if (!directory && (path.ends_with(L'\\') || path.ends_with(L':'))) {
         if (IsDesign(rt))
-            rt.platform.desktop.messageBox(L"Optionaler Param kam dazu für Directories", L"Design",
-                                           message_box::ok);
+            rt.platform.desktop->messageBox(L"Optionaler Param kam dazu für Directories", L"Design",
+                                            message_box::ok);
         return false;
     }
     if (rt.accessMode == 0)

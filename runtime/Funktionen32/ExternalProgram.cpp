@@ -21,14 +21,14 @@ void pump(Runtime& rt, int times) {
 }
 
 bool isRunning(Runtime& rt, KernelHandle process) {
-    return rt.platform.processes.waitForObject(process, 0) == wait_result::timeout;
+    return rt.platform.processes->waitForObject(process, 0) == wait_result::timeout;
 }
 
 /// A console program, a dead handle and an ended process are no windowed program: no wait. One that never
 /// becomes idle is waited for until it ends.
 void waitForInputIdle(Runtime& rt, KernelHandle process) {
-    while (!rt.platform.desktop.quitPending() &&
-           rt.platform.processes.waitForInputIdle(process, longestPause) == wait_result::timeout &&
+    while (!rt.platform.desktop->quitPending() &&
+           rt.platform.processes->waitForInputIdle(process, longestPause) == wait_result::timeout &&
            isRunning(rt, process))
         PumpMessages(rt);
 }
@@ -36,7 +36,7 @@ void waitForInputIdle(Runtime& rt, KernelHandle process) {
 void closeOnce(Runtime& rt, KernelHandle& handle) {
     const KernelHandle closed = std::exchange(handle, KernelHandle::none);
     if (closed != KernelHandle::none)
-        rt.platform.processes.close(closed);
+        rt.platform.processes->close(closed);
 }
 
 } // namespace
@@ -56,7 +56,7 @@ bool MarkExternalProgram(Runtime& rt, bool& running, bool set, std::wstring& nam
 }
 
 void WaitForProcessEnd(Runtime& rt, ProcessInformation& child) {
-    Desktop& desktop = rt.platform.desktop;
+    Desktop& desktop = *rt.platform.desktop;
     waitForInputIdle(rt, child.process);
     closeOnce(rt, child.thread);
     rt.runningChildId = 0;

@@ -63,7 +63,7 @@ std::wstring shellList(const std::vector<std::wstring>& paths) {
 }
 
 bool isFolder(Runtime& rt, std::wstring_view path) {
-    return (rt.platform.files.attributes(path).valueOr(0) & attribute::directory) != 0;
+    return (rt.platform.files->attributes(path).valueOr(0) & attribute::directory) != 0;
 }
 
 /// Whether the sources go into the one target, seen when they have arrived.
@@ -104,7 +104,7 @@ ErrorRecord run(Runtime& rt, const Job& job) {
     if (job.sources.empty() || (job.targets.empty() && job.request.operation != file_operation::remove))
         return failed(ownFailure);
     const bool targetWasFolder = job.checksArrival && job.targets.size() == 1 && isFolder(rt, job.targets[0]);
-    const ShellFileResult result = rt.platform.shell.fileOperation(job.request);
+    const ShellFileResult result = rt.platform.shell->fileOperation(job.request);
     if (result.code != 0 && result.code != alsoSuccess)
         return failed(result.code);
     if (result.aborted)

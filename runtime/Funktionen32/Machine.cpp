@@ -1,21 +1,21 @@
 #include "runtime/Funktionen32/Machine.h"
 
-#include "platform/MachineFacts.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
 
 namespace tarv {
 
 std::wstring GetPCName(Runtime& rt) {
-    return rt.platform.machine.computerName().valueOr({});
+    return rt.platform.facts->computerName().valueOr({});
 }
 
 std::wstring GetLoginName(Runtime& rt) {
-    return rt.platform.machine.userName().valueOr({});
+    return rt.platform.facts->userName().valueOr({});
 }
 
 std::wstring GetWinDir(Runtime& rt) {
-    return rt.platform.machine.windowsDirectory(256);
+    return rt.platform.facts->windowsDirectory(256);
 }
 
 } // namespace tarv

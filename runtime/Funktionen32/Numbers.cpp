@@ -55,8 +55,8 @@ void appendNumberText(TextBuffer& number, std::wstring_view text, const NumberFo
 
 void askWhyEnglish(Runtime& rt, std::wstring_view number) {
     std::wstring text = TranslateText(L"Warum Englisch Formatiert:  ");
-    rt.platform.desktop.messageBox(text.append(number), L"ToVal - bistEntwicklung",
-                                   message_box::ok | message_box::systemModal);
+    rt.platform.desktop->messageBox(text.append(number), L"ToVal - bistEntwicklung",
+                                    message_box::ok | message_box::systemModal);
 }
 
 /// Brings a number text to "." as decimal point. What looks unequal here between the conventions is meant so.

@@ -1,10 +1,9 @@
 #include "runtime/Funktionen32/Paths.h"
 
 #include "platform/Desktop.h"
-#include "platform/Environment.h"
 #include "platform/FileStore.h"
-#include "platform/OwnProgram.h"
 #include "platform/Platform.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Developer.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
@@ -22,7 +21,7 @@ std::wstring_view withoutExtension(std::wstring_view name) {
 std::wstring absolutePath(Runtime& rt, std::wstring_view path) {
     if (path.find(L'\\') != path.npos)
         return std::wstring(path);
-    return AddBackslash(rt.platform.files.currentDirectory()).append(path);
+    return AddBackslash(rt.platform.files->currentDirectory()).append(path);
 }
 
 /// The text behind the first "=", trimmed; empty without one.
@@ -43,7 +42,7 @@ bool entryNames(std::wstring_view capitalEntry, std::wstring_view capitalName) {
 /// empty entry is the end of the environment.
 template <class Names>
 std::wstring firstValue(Runtime& rt, Names names) {
-    for (const std::wstring& entry : rt.platform.environment.entries()) {
+    for (const std::wstring& entry : rt.platform.facts->environment()) {
         if (entry.empty())
             break;
         if (!names(upperCase(entry)))
@@ -70,7 +69,7 @@ std::wstring longPath(Runtime& rt, std::wstring_view path) {
         const bool behindDrivePart = start >= 3 || (!isLast && end >= 4);
         if (!behindDrivePart)
             result += shortPrefix;
-        else if (const auto found = rt.platform.files.search(shortPrefix)->next())
+        else if (const auto found = rt.platform.files->search(shortPrefix)->next())
             result += found->name;
         else if (!isLast)
             raise(error_number::fileNotFound);
@@ -104,7 +103,7 @@ void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::ws
     if (driveLength > 0) {
         drive = whole.substr(0, driveLength);
     } else if (!whole.starts_with(L"\\\\")) {
-        const std::wstring current = rt.platform.files.currentDirectory();
+        const std::wstring current = rt.platform.files->currentDirectory();
         drive = current.substr(0, current.find(L':') + 1);
     }
 
@@ -124,8 +123,8 @@ std::wstring File_getLongPath(Runtime& rt, std::wstring_view path) {
         if (bIstEntwicklung(rt)) {
             const std::wstring text = L"Fehler: " + std::to_wstring(error.record().number) + L" " +
                                       error.record().description + L"\nin File_getLongPath";
-            rt.platform.desktop.messageBox(text, L"bIstEntwicklung",
-                                           message_box::ok | message_box::systemModal);
+            rt.platform.desktop->messageBox(text, L"bIstEntwicklung",
+                                            message_box::ok | message_box::systemModal);
         }
         return std::wstring(path);
     }
@@ -158,13 +157,13 @@ std::wstring StripRibbonSuffix(std::wstring_view name) {
 }
 
 std::wstring ProgramFolder(Runtime& rt) {
-    const std::wstring path = rt.platform.program.path();
+    const std::wstring path = rt.platform.facts->programPath();
     const auto cut = path.rfind(L'\\');
     return cut == path.npos ? std::wstring() : path.substr(0, cut);
 }
 
 std::wstring ProgramName(Runtime& rt) {
-    return GetFileName(rt.platform.program.path(), true);
+    return GetFileName(rt.platform.facts->programPath(), true);
 }
 
 } // namespace tarv

@@ -1,7 +1,7 @@
 #include "runtime/Funktionen32/Pictures.h"
 
 #include "platform/Platform.h"
-#include "platform/RegionalSettings.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/DecimalDigits.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
@@ -53,8 +53,8 @@ private:
 } // namespace
 
 NumberFormat numberFormat(Runtime& rt) {
-    const std::wstring decimal = rt.platform.regional.decimalSeparator();
-    const std::wstring thousands = rt.platform.regional.thousandsSeparator();
+    const std::wstring decimal = rt.platform.facts->decimalSeparator();
+    const std::wstring thousands = rt.platform.facts->thousandsSeparator();
     NumberFormat format;
     if (!decimal.empty())
         format.decimal = decimal.front();

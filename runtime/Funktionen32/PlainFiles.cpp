@@ -18,7 +18,8 @@ bool meansNoName(SystemCode code) {
 
 } // namespace
 
-PlainFiles::PlainFiles(Runtime& rt, std::wstring_view pattern) : search_(rt.platform.files.search(pattern)) {}
+PlainFiles::PlainFiles(Runtime& rt, std::wstring_view pattern)
+    : search_(rt.platform.files->search(pattern)) {}
 
 PlainFiles::~PlainFiles() = default;
 

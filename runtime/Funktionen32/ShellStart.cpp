@@ -24,7 +24,7 @@ bool isFullPath(std::wstring_view path) {
 }
 
 bool isFile(Runtime& rt, std::wstring_view path) {
-    const auto attributes = rt.platform.files.attributes(path);
+    const auto attributes = rt.platform.files->attributes(path);
     return attributes && (*attributes & attribute::directory) == 0;
 }
 
@@ -47,7 +47,7 @@ SystemCode startElevated(Runtime& rt, std::wstring_view file, std::wstring_view 
     const std::size_t length = fileLength(program);
     std::wstring all(program.substr(length));
     all.append(L" ").append(arguments);
-    return rt.platform.processes.startThroughShell(file.empty() ? program.substr(0, length) : file, trim(all),
+    return rt.platform.processes->startThroughShell(file.empty() ? program.substr(0, length) : file, trim(all),
                                                    windowStyle);
 }
 
@@ -61,7 +61,7 @@ SystemCode shellStart(Runtime& rt, std::wstring_view file, std::wstring_view pro
     request.commandLine = trim(request.commandLine);
     request.showWindow = windowStyle;
 
-    Processes& processes = rt.platform.processes;
+    Processes& processes = *rt.platform.processes;
     const Answer<ProcessInformation> started = processes.create(request);
     if (!started) {
         return started.error() == system_code::elevationRequired

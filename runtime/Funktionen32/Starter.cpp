@@ -41,9 +41,9 @@ std::wstring joinedArguments(std::wstring_view arguments, std::wstring_view data
 }
 
 void runMessages(Runtime& rt, int rounds) {
-    for (int i = 0; i < rounds && !rt.platform.desktop.quitPending(); ++i) {
+    for (int i = 0; i < rounds && !rt.platform.desktop->quitPending(); ++i) {
         PumpMessages(rt);
-        rt.platform.desktop.sleep(1);
+        rt.platform.desktop->sleep(1);
     }
 }
 
@@ -56,7 +56,7 @@ Answer<ProcessInformation> startDirect(Runtime& rt, std::wstring_view program, s
     request.commandLine.append(program).append(L" ").append(arguments);
     request.inheritHandles = true;
     request.creationFlags = normalPriorityClass;
-    return rt.platform.processes.create(request);
+    return rt.platform.processes->create(request);
 }
 
 void reportRefusedStart(Runtime& rt, std::wstring_view program, SystemCode code) {
@@ -82,7 +82,7 @@ void mark(Runtime& rt, bool running, std::wstring name) {
 }
 
 void giveFocusBack(Runtime& rt, WindowHandle activeBefore) {
-    Desktop& desktop = rt.platform.desktop;
+    Desktop& desktop = *rt.platform.desktop;
     for (const WindowHandle window : {desktop.activeForm(), activeBefore}) {
         if (!desktop.isWindow(window))
             continue;
@@ -98,8 +98,8 @@ void startAndWait(Runtime& rt, const std::wstring& program, std::wstring_view ar
     if (window != WindowHandle::none) {
         runMessages(rt, roundsBeforeRepainting);
         // The window may have been closed meanwhile.
-        if (rt.platform.desktop.isWindow(window))
-            rt.platform.desktop.redraw(window);
+        if (rt.platform.desktop->isWindow(window))
+            rt.platform.desktop->redraw(window);
         PumpMessages(rt);
     }
     if (child)
@@ -116,7 +116,7 @@ std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ig
     std::wstring path(program);
     splitBehindExe(path, arguments, programPart);
     path = lowerCase(path);
-    const WindowHandle activeBefore = rt.platform.desktop.activeWindow();
+    const WindowHandle activeBefore = rt.platform.desktop->activeWindow();
     const std::wstring commandArguments =
         compose ? MakeProgramDataKey(arguments, dataText) : joinedArguments(arguments, dataText);
     if (upperCase(GetFileName(path, false)) == L"KELVAR.EXE")
@@ -128,7 +128,7 @@ std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ig
         const Answer<ProcessInformation> child = startDirect(rt, path, commandArguments);
         if (!child)
             return 0;
-        rt.platform.processes.close(child->thread);
+        rt.platform.processes->close(child->thread);
         return static_cast<std::intptr_t>(child->process);
     } else {
         startByShell(rt, path, commandArguments);

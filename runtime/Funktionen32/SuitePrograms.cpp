@@ -23,9 +23,9 @@ std::wstring askForVariant(Runtime& rt) {
                                             L"Der aktuelle INI-Eintrag ist: [DRUCKOPT] PROGRAMM=CHOOSE \r\n"
                                             L"Soll die DotNetDruckvariante gestartet werden press <yes>.\r\n"
                                             L"Für VB6-Druckvariante press <no>");
-    const std::int32_t answer =
-        rt.platform.desktop.messageBox(text, TranslateText(L"Auswahl Druckvariante NET or VB6"),
-                                       message_box::yesNo + message_box::question + message_box::systemModal);
+    const std::int32_t answer = rt.platform.desktop->messageBox(
+        text, TranslateText(L"Auswahl Druckvariante NET or VB6"),
+        message_box::yesNo + message_box::question + message_box::systemModal);
     return answer == message_box::answerNo ? L"VB6" : L"NET";
 }
 

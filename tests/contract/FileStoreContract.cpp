@@ -53,7 +53,7 @@ struct FileStoreCase : ContractCase {
         return joined + std::to_wstring(entry.error());
     }
 
-    FileStore& files = border.files;
+    FileStore& files = *border.files;
 };
 
 TEST(Tables, FileStore) {

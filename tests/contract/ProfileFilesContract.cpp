@@ -1,6 +1,6 @@
 #include "platform/FileStore.h"
-#include "platform/MachineFacts.h"
 #include "platform/ProfileFiles.h"
+#include "platform/SystemFacts.h"
 
 #include "tests/support/ContractWorld.h"
 #include "tests/support/Table.h"
@@ -9,14 +9,14 @@ namespace tarv {
 namespace {
 
 struct ProfileFilesContract : Contract {
-    ProfileFiles& profiles = border.profiles;
+    ProfileFiles& profiles = *border.profiles;
 };
 
 TEST_F(ProfileFilesContract, ReadsCutsListsAndWritesAsTheTableSays) {
     checkTable("ProfileFiles.txt", [&, files = 0](const Row& row) mutable {
         // A new name for every content: the system remembers files by name.
         const std::wstring file = path(L"t" + std::to_wstring(++files) + L".ini");
-        world->putFile(file, FakeCodePage::encode(row[1]));
+        world->putFile(file, FakeSystemFacts::encode(row[1]));
         const auto size = [&](std::size_t cell) { return static_cast<std::uint32_t>(std::stoi(row[cell])); };
         if (row[0] == L"get")
             return profiles.getString(row[2], row[3], L"missing", 100, file);
@@ -27,7 +27,7 @@ TEST_F(ProfileFilesContract, ReadsCutsListsAndWritesAsTheTableSays) {
         if (row[0] == L"section")
             return profiles.getSection(row[2], size(3), file);
         EXPECT_TRUE(profiles.writeString(row[2], row[3], row[4], file));
-        return FakeCodePage::decode(world->bytes(file).value_or("no file"));
+        return FakeSystemFacts::decode(world->bytes(file).value_or("no file"));
     });
 }
 
@@ -47,11 +47,11 @@ TEST_F(ProfileFilesContract, MissingFilesAreEmptyAndMadeWhereThatIsPossible) {
 TEST_F(ProfileFilesContract, LooksForABareNameInTheWindowsFolder) {
     if (!world->ownsWindowsFolder())
         GTEST_SKIP() << "writes into the Windows folder";
-    const std::wstring full = border.machine.windowsDirectory(260) + L"\\TarvContract.ini";
+    const std::wstring full = border.facts->windowsDirectory(260) + L"\\TarvContract.ini";
     EXPECT_TRUE(profiles.writeString(L"A", L"x", L"1", L"TarvContract.ini"));
     EXPECT_EQ(world->bytes(full), "[A]\r\nx=1\r\n");
     EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, L"TarvContract.ini"), L"1");
-    EXPECT_EQ(border.files.remove(full), 0u);
+    EXPECT_EQ(border.files->remove(full), 0u);
 }
 
 } // namespace

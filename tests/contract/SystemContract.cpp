@@ -1,8 +1,6 @@
 #include "platform/Automation.h"
-#include "platform/CodePage.h"
-#include "platform/Environment.h"
 #include "platform/FileStore.h"
-#include "platform/MachineFacts.h"
+#include "platform/SystemFacts.h"
 #include "tests/support/ContractWorld.h"
 
 #include <algorithm>
@@ -14,9 +12,9 @@ using SystemContract = Contract;
 
 TEST_F(SystemContract, EnvironmentIsReadAsItStands) {
     world->setVariable(L"TarvVertrag", L" ж = 1 ");
-    EXPECT_EQ(border.environment.value(L"TARVVERTRAG"), L" ж = 1 ");
-    EXPECT_EQ(border.environment.value(L"TarvFehlt"), L"");
-    const auto entries = border.environment.entries();
+    EXPECT_EQ(border.facts->variable(L"TARVVERTRAG"), L" ж = 1 ");
+    EXPECT_EQ(border.facts->variable(L"TarvFehlt"), L"");
+    const auto entries = border.facts->environment();
     EXPECT_EQ(std::ranges::count(entries, L"TarvVertrag= ж = 1 "), 1);
 }
 
@@ -25,62 +23,62 @@ TEST_F(SystemContract, CodePageIsTheWesternOne) {
     std::string all;
     for (int code = 0; code < 256; ++code)
         all += static_cast<char>(code);
-    EXPECT_EQ(border.codePage.toAnsi(border.codePage.fromAnsi(all)), all);
-    EXPECT_EQ(border.codePage.fromAnsi("\x80\x84\xE4\xDF"), L"€„äß");
-    EXPECT_EQ(border.codePage.toAnsi(L"Länge 5 € ж"), "L\xE4nge 5 \x80 ?");
+    EXPECT_EQ(border.facts->toAnsi(border.facts->fromAnsi(all)), all);
+    EXPECT_EQ(border.facts->fromAnsi("\x80\x84\xE4\xDF"), L"€„äß");
+    EXPECT_EQ(border.facts->toAnsi(L"Länge 5 € ж"), "L\xE4nge 5 \x80 ?");
 }
 
 TEST_F(SystemContract, MachineFactsHaveTheirForm) {
-    const VersionInfo version = border.machine.version();
+    const VersionInfo version = border.facts->windowsVersion();
     EXPECT_GT(version.major, 0u);
     EXPECT_EQ(version.servicePack.size(), 128u);
     EXPECT_NE(version.servicePack.find(L'\0'), std::wstring::npos);
-    for (const auto& name : {border.machine.computerName(), border.machine.userName()}) {
+    for (const auto& name : {border.facts->computerName(), border.facts->userName()}) {
         ASSERT_TRUE(name);
         EXPECT_FALSE(name->empty());
         EXPECT_EQ(name->find(L'\0'), std::wstring::npos);
     }
-    const std::wstring windows = border.machine.windowsDirectory(256);
-    for (const std::wstring& folder : {windows, border.machine.systemDirectory()}) {
-        EXPECT_TRUE(border.files.attributes(folder).valueOr(0) & attribute::directory);
+    const std::wstring windows = border.facts->windowsDirectory(256);
+    for (const std::wstring& folder : {windows, border.facts->systemDirectory()}) {
+        EXPECT_TRUE(border.files->attributes(folder).valueOr(0) & attribute::directory);
         EXPECT_FALSE(folder.ends_with(L'\\'));
     }
-    EXPECT_EQ(border.machine.windowsDirectory(static_cast<std::uint32_t>(windows.size())), L"");
-    EXPECT_EQ(border.machine.windowsDirectory(static_cast<std::uint32_t>(windows.size()) + 1), windows);
-    const auto address = border.machine.localAddress();
+    EXPECT_EQ(border.facts->windowsDirectory(static_cast<std::uint32_t>(windows.size())), L"");
+    EXPECT_EQ(border.facts->windowsDirectory(static_cast<std::uint32_t>(windows.size()) + 1), windows);
+    const auto address = border.facts->localAddress();
     EXPECT_TRUE(!address || std::ranges::count(*address, L'.') == 3);
 }
 
 TEST_F(SystemContract, StartedProgramIsWaitedFor) {
-    const auto started = border.processes.create(world->sleeper());
+    const auto started = border.processes->create(world->sleeper());
     ASSERT_TRUE(started);
     EXPECT_NE(started->processId, 0u);
-    border.processes.close(started->thread);
-    EXPECT_EQ(border.processes.waitForObject(started->process, 0), wait_result::timeout);
+    border.processes->close(started->thread);
+    EXPECT_EQ(border.processes->waitForObject(started->process, 0), wait_result::timeout);
     world->endSleeper(started->process);
-    EXPECT_EQ(border.processes.waitForObject(started->process, 10000), wait_result::signaled);
-    border.processes.close(started->process);
+    EXPECT_EQ(border.processes->waitForObject(started->process, 10000), wait_result::signaled);
+    border.processes->close(started->process);
 }
 
 TEST_F(SystemContract, RefusedStartNamesTheReason) {
     const std::wstring missing = world->missingProgram();
     for (const auto& request :
          {ProcessRequest{missing, missing, false, 0, {}}, ProcessRequest{L"", missing, false, 0, {}}}) {
-        const auto started = border.processes.create(request);
+        const auto started = border.processes->create(request);
         ASSERT_FALSE(started);
         EXPECT_EQ(started.error(), system_code::fileNotFound);
     }
-    EXPECT_EQ(border.processes.startThroughShell(missing, L"", 1), system_code::fileNotFound);
-    EXPECT_EQ(border.processes.waitForObject(KernelHandle::none, 0), wait_result::failed);
-    EXPECT_EQ(border.processes.waitForInputIdle(KernelHandle::none, 0), wait_result::failed);
+    EXPECT_EQ(border.processes->startThroughShell(missing, L"", 1), system_code::fileNotFound);
+    EXPECT_EQ(border.processes->waitForObject(KernelHandle::none, 0), wait_result::failed);
+    EXPECT_EQ(border.processes->waitForInputIdle(KernelHandle::none, 0), wait_result::failed);
 }
 
 TEST_F(SystemContract, AutomationNamesItsFailuresAndWritesIntoErrorRecords) {
-    EXPECT_EQ(border.automation.create(L"Tarvenik.GibtEsNicht").error().number, 429);
-    EXPECT_EQ(border.automation.createFromLibrary(path(L"none.dll"), L"{0}").error().number, 429);
-    EXPECT_FALSE(border.automation.bind(L"gibtesnicht:"));
+    EXPECT_EQ(border.automation->create(L"Tarvenik.GibtEsNicht").error().number, 429);
+    EXPECT_EQ(border.automation->createFromLibrary(path(L"none.dll"), L"{0}").error().number, 429);
+    EXPECT_FALSE(border.automation->bind(L"gibtesnicht:"));
     const auto record = std::make_shared<ErrorRecord>(ErrorRecord{53, L"Datei nicht gefunden", L"Prüfung"});
-    const ObjectRef object = border.automation.errorObject(record);
+    const ObjectRef object = border.automation->errorObject(record);
     EXPECT_EQ(object->get(L"number").valueOr({}), Value(std::int32_t{53}));
     EXPECT_EQ(object->get(L"Source").valueOr({}), Value(L"Prüfung"));
     EXPECT_TRUE(object->put(L"Number", std::int32_t{-1}) && object->put(L"Description", Value(L"neu")));

@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     File_getLongPath(rt, path);
     require(path.starts_with(StripRibbonSuffix(path)));
     MakeProgramDataKey(path, path);
-    fake.environment.set(L"TEMP", path);
+    fake.facts.setVariable(L"TEMP", path);
     require(GetTempFolder(rt, flag).ends_with(L'\\'));
     return 0;
 }

@@ -28,11 +28,11 @@ struct InfoCalls : World {
         if (row[0] == L"CutAtNul")
             return CutAtNul(row[1]);
         provideManagementService();
-        fake.machine.major = static_cast<std::uint32_t>(std::stoi(row[1]));
-        fake.machine.minor = static_cast<std::uint32_t>(std::stoi(row[2]));
-        fake.machine.build = 77;
-        fake.machine.servicePack = row[3];
-        fake.program.number = {2, 10, 7};
+        fake.facts.major = static_cast<std::uint32_t>(std::stoi(row[1]));
+        fake.facts.minor = static_cast<std::uint32_t>(std::stoi(row[2]));
+        fake.facts.build = 77;
+        fake.facts.servicePack = row[3];
+        fake.facts.version = {2, 10, 7};
         if (row[0] == L"report")
             return BuildInfoReport(rt);
         std::wstring name = L"caller's", version, extra = L"old";

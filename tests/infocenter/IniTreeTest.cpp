@@ -41,7 +41,7 @@ TEST_F(IniTreeTest, TracesEachGroup) {
     EXPECT_EQ(trace(), L"1 - TarvService\tStart INI-Read\r\n2 - TarvService\t[D]\r\n3 - "
                        L"TarvService\t[D]\r\n"
                        L"4 - TarvService\t[e]\r\n5 - TarvService\tEnd INI-Read\r\n");
-    fake.environment.list.clear();
+    fake.facts.variables.clear();
     EXPECT_TRUE(ReadIniTree(rt).groups.empty());
     fake.disk.addFile(L"C:\\TARVENIK\\QV.ini", "[From the current drive]");
     EXPECT_EQ(ReadIniTree(rt).groups.size(), 1u);

@@ -22,7 +22,7 @@ public:
         return entry != nullptr ? std::optional(entry->bytes) : std::nullopt;
     }
     void setVariable(const std::wstring& name, const std::wstring& text) override {
-        fake_.environment.set(name, text);
+        fake_.facts.setVariable(name, text);
     }
     ProcessRequest sleeper() override {
         fake_.processes.waits = {wait_result::timeout};

@@ -189,9 +189,8 @@ TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
         for (std::size_t ending = 0; ending <= std::size(endings); ++ending) {
             SCOPED_TRACE(wait.name);
             const bool ends = ending < std::size(endings);
-            WindowsPlatform windows;
-            windows.setMessageFilter(ui::filterMessage);
-            Runtime rt{windows.border()};
+            WindowsPlatform windows{ui::filterMessage};
+            Runtime rt{windows};
             frmMain window(rt);
             window.show(SW_SHOW);
             if (ends)

@@ -43,18 +43,18 @@ struct SuiteCalls : World {
                           std::to_wstring(fake.automation.log.size()));
         }
         if (routine == L"machine") {
-            fake.environment.set(L"ProgramData", row[2]);
+            fake.facts.setVariable(L"ProgramData", row[2]);
             fake.profiles.fill(machineFile, row[3]);
             EXPECT_EQ(GetMachineDirectoryQuiet(rt, L"none") + shownBoxes(*this), L"");
             const std::wstring folder = GetMachineDirectory(rt, first, false);
             return folder + shownBoxes(*this);
         }
         if (routine == L"WindowsFolder") {
-            fake.machine.windows = first;
+            fake.facts.windows = first;
             return GetWindowsFolder(rt);
         }
         if (routine == L"DebugFileName") {
-            fake.program.file = L"D:\\TarvService.exe";
+            fake.facts.program = L"D:\\TarvService.exe";
             ini(L"[Debug]\r\n" + first);
             return GetDebugFileName(rt);
         }
@@ -125,12 +125,12 @@ TEST_F(Suite, FoldersAndTextsAreCutAtTheirBuffers) {
     fake.profiles.fill(L"Pexoran.INI", L"[SYS]\r\nX=" + std::wstring(3000, L'x'));
     EXPECT_EQ(suiteText(rt, L"SYS", L"X", L""), std::wstring(1999, L'x'));
     // Windows writes nothing of a folder that does not fit.
-    fake.machine.windows = std::wstring(254, L'w');
-    EXPECT_EQ(GetWindowsFolder(rt), fake.machine.windows + L"\\");
-    fake.machine.windows += L'w';
+    fake.facts.windows = std::wstring(254, L'w');
+    EXPECT_EQ(GetWindowsFolder(rt), fake.facts.windows + L"\\");
+    fake.facts.windows += L'w';
     EXPECT_EQ(GetWindowsFolder(rt), L"\\");
-    EXPECT_EQ(GetWinDir(rt), fake.machine.windows);
-    fake.machine.windows += L'w';
+    EXPECT_EQ(GetWinDir(rt), fake.facts.windows);
+    fake.facts.windows += L'w';
     EXPECT_EQ(GetWinDir(rt), L"");
 }
 

@@ -9,7 +9,7 @@ namespace {
 using SupportActions = Scripted;
 
 TEST_F(SupportActions, ServicesConsoleGoesThroughTheShellOnlyForElevation) {
-    fake.environment.set(L"SystemRoot", L"C:\\Windows");
+    fake.facts.setVariable(L"SystemRoot", L"C:\\Windows");
     for (const SystemCode code : {SystemCode{0}, system_code::fileNotFound, system_code::elevationRequired}) {
         if (code != 0)
             fake.faults.fail("Processes.create", code);
@@ -22,7 +22,7 @@ TEST_F(SupportActions, ServicesConsoleGoesThroughTheShellOnlyForElevation) {
     const FakeProcesses::ShellStart elevated{L"C:\\Windows\\System32\\mmc.exe",
                                              L"C:\\Windows\\system32\\services.msc /s", 2};
     EXPECT_EQ(fake.processes.shellStarts, std::vector{elevated});
-    fake.machine.system.clear();
+    fake.facts.system.clear();
     openServicesConsole(rt);
     EXPECT_EQ(fake.processes.created.size(), 3U) << "a bare name would be searched for";
     EXPECT_EQ(fake.desktop.pumps, 0) << "nobody waits";
@@ -30,7 +30,7 @@ TEST_F(SupportActions, ServicesConsoleGoesThroughTheShellOnlyForElevation) {
 
 TEST_F(SupportActions, RemoteMaintenanceStartsTheClientOfTheOwnFolder) {
     for (const std::wstring folder : {L"C:\\Program Files (x86)\\TARVENIK\\", L"D:\\"}) {
-        fake.program.file = folder + L"TarvService.exe";
+        fake.facts.program = folder + L"TarvService.exe";
         startRemoteMaintenance(rt);
         const std::wstring client = lowerCase(folder) + L"fastclient.exe";
         EXPECT_EQ(fake.processes.created.back().commandLine, client + L" PRG: DATA:");

@@ -39,7 +39,7 @@ struct Workstation : World {
             fake.disk.addFile(file, "alt");
         fake.disk.addFolder(L"D:\\out");
         fake.disk.shortNames = {{L"PROGRA~1", L"Program Files"}};
-        fake.environment.set(L"SystemRoot", L"C:\\Windows");
+        fake.facts.setVariable(L"SystemRoot", L"C:\\Windows");
         fake.processes.waits.assign(3, wait_result::timeout);
         fake.processes.idleWaits.assign(2, wait_result::timeout);
         fake.desktop.windows = {fake.desktop.active = WindowHandle{1}, fake.desktop.form = WindowHandle{2}};

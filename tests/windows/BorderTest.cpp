@@ -3,9 +3,8 @@
 #include "platform/Automation.h"
 #include "platform/Desktop.h"
 #include "platform/FileStore.h"
-#include "platform/MachineFacts.h"
-#include "platform/OwnProgram.h"
 #include "platform/ProfileFiles.h"
+#include "platform/SystemFacts.h"
 #include "platform/XmlDom.h"
 #include "platform/windows/BorderHandles.h"
 #include "platform/windows/ProcessHardening.h"
@@ -33,24 +32,24 @@ using Border = Contract;
 const bool hardened = (hardenProcess(), true);
 
 TEST_F(Border, NamesAreTakenAsTheyAreAndLibrariesByFullPathOnly) {
-    const FileVersion version = border.program.version();
+    const FileVersion version = border.facts->programVersion();
     EXPECT_EQ(version.major * 10000 + version.minor * 100 + version.revision, 31415) << "not the product's";
     world->putFolder(path(L"ж ä"));
     const std::wstring file = path(L"ж ä\\ж.ini");
-    EXPECT_EQ(border.files.overwrite(file, "[Info]\r\nProgVersion=12.3\r\n"), 0u);
-    EXPECT_TRUE(border.profiles.writeString(L"Info", L"Neu", L"1", file));
-    EXPECT_EQ(border.profiles.getString(L"Info", L"ProgVersion", L"none", 100, file), L"12.3");
+    EXPECT_EQ(border.files->overwrite(file, "[Info]\r\nProgVersion=12.3\r\n"), 0u);
+    EXPECT_TRUE(border.profiles->writeString(L"Info", L"Neu", L"1", file));
+    EXPECT_EQ(border.profiles->getString(L"Info", L"ProgVersion", L"none", 100, file), L"12.3");
 
-    const std::wstring tail(300, L'x'), system = border.machine.systemDirectory();
+    const std::wstring tail(300, L'x'), system = border.facts->systemDirectory();
     const std::pair<std::wstring, std::wstring> names[] = {
         {L"C:\\a\\..\\b", L"C:\\a\\..\\b"},
         {L"C:\\a\\..\\b/" + tail, L"\\\\?\\C:\\b\\" + tail},
         {L"\\\\server\\share\\" + tail, L"\\\\?\\UNC\\server\\share\\" + tail},
-        {tail, L"\\\\?\\" + border.files.currentDirectory() + L"\\" + tail}};
+        {tail, L"\\\\?\\" + border.files->currentDirectory() + L"\\" + tail}};
     for (const auto& [name, expected] : names)
         EXPECT_EQ(toFileName(name), expected);
 
-    const std::wstring current = border.files.currentDirectory() + L"\\", up = L"C:\\Ordner\\..\\";
+    const std::wstring current = border.files->currentDirectory() + L"\\", up = L"C:\\Ordner\\..\\";
     for (const wchar_t* name : {L"*.", L"a b", L"x.txt ", L"sub\\?*."})
         for (const std::wstring& folder :
              {std::wstring(), std::wstring(L".\\x/../"), current.substr(0, 2), up})
@@ -62,9 +61,9 @@ TEST_F(Border, NamesAreTakenAsTheyAreAndLibrariesByFullPathOnly) {
     EXPECT_FALSE(LoadLibraryW(L"tarv_planted.dll")) << "from the current folder";
     DeleteFileW(L"tarv_planted.dll");
     const wchar_t* const document = L"{2933BF90-7B36-11D2-B20E-00C04F983E60}";
-    EXPECT_TRUE(border.automation.createFromLibrary(system + L"\\msxml3.dll", document));
+    EXPECT_TRUE(border.automation->createFromLibrary(system + L"\\msxml3.dll", document));
     for (const std::wstring& library : {std::wstring(L"msxml3.dll"), system + L"\\kernel32.dll"})
-        EXPECT_EQ(border.automation.createFromLibrary(library, document).error().number, 429) << library;
+        EXPECT_EQ(border.automation->createFromLibrary(library, document).error().number, 429) << library;
 }
 
 TEST_F(Border, AppendersDoNotOverwriteEachOther) {
@@ -73,13 +72,13 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
                                      nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
     DWORD written = 0;
     WriteFile(other, "aa", 2, &written, nullptr);
-    EXPECT_EQ(border.files.append(file, "bb"), 0u);
+    EXPECT_EQ(border.files->append(file, "bb"), 0u);
     WriteFile(other, "cc", 2, &written, nullptr);
-    EXPECT_EQ(border.files.overwrite(file, "d"), system_code::sharingViolation)
+    EXPECT_EQ(border.files->overwrite(file, "d"), system_code::sharingViolation)
         << "it would cut the other's lines";
     CloseHandle(other);
     EXPECT_EQ(world->bytes(file), "aabbcc");
-    EXPECT_EQ(border.files.overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
+    EXPECT_EQ(border.files->overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
     EXPECT_EQ(world->bytes(file), "d");
 }
 
@@ -151,28 +150,30 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
     WATCH(SetDllDirectoryW);
 #undef WATCH
     const std::wstring file = path(L"a.ini");
-    const auto search = border.files.search(path(L"*"));
+    const auto search = border.files->search(path(L"*"));
     const std::pair<const char*, std::function<void()>> calls[] = {
-        {"length", [&] { (void)border.files.length(file); }},
-        {"attributes", [&] { (void)border.files.attributes(file); }},
-        {"search", [&] { (void)border.files.search(file); }},
+        {"length", [&] { (void)border.files->length(file); }},
+        {"attributes", [&] { (void)border.files->attributes(file); }},
+        {"search", [&] { (void)border.files->search(file); }},
         {"next", [&] { (void)search->next(); }},
-        {"append", [&] { (void)border.files.append(file, "a"); }},
-        {"overwrite", [&] { (void)border.files.overwrite(file, "a"); }},
-        {"replace", [&] { (void)border.files.replace(path(L"b"), file); }},
-        {"remove", [&] { (void)border.files.remove(file); }},
-        {"getString", [&] { (void)border.profiles.getString(L"a", L"b", L"", 9, file); }},
-        {"writeString", [&] { (void)border.profiles.writeString(L"a", L"b", L"c", file); }},
-        {"getSection", [&] { (void)border.profiles.getSection(L"a", 9, file); }},
-        {"getSectionNames", [&] { (void)border.profiles.getSectionNames(9, file); }},
-        {"component", [&] { (void)border.automation.create(L"Msxml2.DOMDocument"); }},
-        {"parser", [&] { (void)border.xml.create(L"Msxml2.DOMDocument"); }},
-        {"bind", [&] { (void)border.automation.bind(L"gibtesnicht:"); }},
+        {"append", [&] { (void)border.files->append(file, "a"); }},
+        {"overwrite", [&] { (void)border.files->overwrite(file, "a"); }},
+        {"replace", [&] { (void)border.files->replace(path(L"b"), file); }},
+        {"remove", [&] { (void)border.files->remove(file); }},
+        {"getString", [&] { (void)border.profiles->getString(L"a", L"b", L"", 9, file); }},
+        {"writeString", [&] { (void)border.profiles->writeString(L"a", L"b", L"c", file); }},
+        {"getSection", [&] { (void)border.profiles->getSection(L"a", 9, file); }},
+        {"getSectionNames", [&] { (void)border.profiles->getSectionNames(9, file); }},
+        {"component", [&] { (void)border.automation->create(L"Msxml2.DOMDocument"); }},
+        {"parser", [&] { (void)border.xml->create(L"Msxml2.DOMDocument"); }},
+        {"bind", [&] { (void)border.automation->bind(L"gibtesnicht:"); }},
         {"library",
-         [&] { (void)border.automation.createFromLibrary(file, L"{00000000-0000-0000-0000-000000000000}"); }},
+         [&] {
+             (void)border.automation->createFromLibrary(file, L"{00000000-0000-0000-0000-000000000000}");
+         }},
         {"started program",
          [&] {
-             (void)border.processes.create({world->missingProgram(), L"a", false, 0, {}});
+             (void)border.processes->create({world->missingProgram(), L"a", false, 0, {}});
          }},
     };
     DWORD before = 0;
@@ -204,7 +205,7 @@ LRESULT CALLBACK countMessages(HWND window, UINT message, WPARAM first, LPARAM s
 
 TEST_F(Border, PumpIsBoundedFilteredAndEndsAtQuitAndBoxesBelongToTheForm) {
     WindowsPlatform windows;
-    Desktop& desktop = windows.border().desktop;
+    Desktop& desktop = *windows.desktop;
     const HWND form = CreateWindowW(L"STATIC", L"Test", WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr,
                                     GetModuleHandleW(nullptr), nullptr);
     SetActiveWindow(form);
@@ -223,9 +224,10 @@ TEST_F(Border, PumpIsBoundedFilteredAndEndsAtQuitAndBoxesBelongToTheForm) {
     desktop.pumpMessages();
     EXPECT_LT(GetTickCount64() - start, 5000u) << "messages that post messages";
     EXPECT_EQ(arrived, 1) << "what waited at the start is handled";
-    windows.setMessageFilter([](MSG& message) { return filtered += message.message == counted, true; });
+    const WindowsPlatform filtering(
+        [](MSG& message) { return filtered += message.message == counted, true; });
     PostMessageW(form, counted, 0, 0);
-    desktop.pumpMessages();
+    filtering.desktop->pumpMessages();
     EXPECT_EQ(std::pair(filtered, arrived), std::pair(1, 1));
     PostQuitMessage(7);
     desktop.pumpMessages();
@@ -238,7 +240,7 @@ TEST_F(Border, PumpIsBoundedFilteredAndEndsAtQuitAndBoxesBelongToTheForm) {
 
 TEST_F(Border, ErrorObjectConvertsWhatAComponentWrites) {
     const auto record = std::make_shared<ErrorRecord>(ErrorRecord{53, L"", L""});
-    const ObjectRef error = border.automation.errorObject(record);
+    const ObjectRef error = border.automation->errorObject(record);
     EXPECT_EQ(*error->get(std::int32_t{0}), Value(53)) << "the number is the default property";
     EXPECT_TRUE(error->put(L"Number", L"-7") && error->put(L"Source", std::int16_t{3}));
     EXPECT_FALSE(error->put(L"Number", L"keine Zahl"));

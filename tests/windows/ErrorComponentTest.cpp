@@ -37,7 +37,7 @@ protected:
         folder = std::filesystem::path(own).parent_path().parent_path().wstring() + L"\\Programm\\";
         file = folder + std::wstring(errorDisplayLibrary);
         library = LoadLibraryW(file.c_str());
-        display = border.automation.createFromLibrary(file, classId).valueOr(nullptr);
+        display = border.automation->createFromLibrary(file, classId).valueOr(nullptr);
     }
     ~ErrorComponentTest() override {
         if (underWine()) {
@@ -59,7 +59,7 @@ protected:
                registered(root, classes + progId + L"\\CLSID") == classId;
     }
     Value error(ErrorRecord record) {
-        return ObjectByRef{border.automation.errorObject(std::make_shared<ErrorRecord>(std::move(record)))};
+        return ObjectByRef{border.automation->errorObject(std::make_shared<ErrorRecord>(std::move(record)))};
     }
 
     ComPtr<IClassFactory> factory() {
@@ -311,11 +311,10 @@ TEST_F(ErrorComponentTest, RuntimeTakesTheRegisteredClassElseTheOneBesideTheProg
     if (!underWine())
         GTEST_SKIP() << "registers classes for all users";
     User user(IDRETRY);
-    Platform mixed{fake.profiles,  fake.files,        fake.environment, fake.program,
-                   fake.processes, fake.desktop,      fake.regional,    fake.machine,
-                   fake.shell,     border.automation, fake.codePage,    fake.xml};
+    Platform mixed = fake.border;
+    mixed.automation = border.automation;
     const auto ask = [&](const std::wstring& programFolder) {
-        fake.program.file = programFolder + L"TarvService.exe";
+        fake.facts.program = programFolder + L"TarvService.exe";
         Runtime rt{mixed};
         ErrorRecord record{53, L"Datei nicht gefunden", L"Test"};
         return AskErrorMsg(rt, record, L"beim Test", L"Ort");

@@ -2,7 +2,7 @@
 
 #include "runtime/Funktionen32/Numbers.h"
 
-#include "platform/RegionalSettings.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/NumberReader.h"
 #include "runtime/Funktionen32/Pictures.h"
 #include "runtime/Runtime.h"

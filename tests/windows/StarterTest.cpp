@@ -1,9 +1,9 @@
 // The starter against real child processes.
 
 #include "runtime/Funktionen32/Starter.h"
-#include "platform/MachineFacts.h"
-#include "platform/OwnProgram.h"
+#include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
+#include "scripted/FakePlatform.h"
 #include "shell/SupportActions.h"
 #include "tests/support/ContractWorld.h"
 #include "tools/driver/Wine.h"
@@ -17,14 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A program in another folder than the one that runs the tests.
-struct InstalledProgram : OwnProgram {
-    std::wstring path() override { return folder + L"TarvService.exe"; }
-    FileVersion version() override { return {}; }
-
-    std::wstring folder;
-};
-
 std::wstring lower(std::wstring text) {
     CharLowerW(text.data());
     return text;
@@ -33,8 +25,11 @@ std::wstring lower(std::wstring text) {
 class StarterProcesses : public Contract {
 protected:
     StarterProcesses() {
-        program.folder = path(L"Program Files (x86)\\TARVENIK\\");
-        fs::create_directories(program.folder);
+        fs::create_directories(folder);
+        fake.facts.program = folder + L"TarvService.exe";
+        fake.facts.system = border.facts->systemDirectory();
+        fake.facts.setVariable(L"SystemRoot", border.facts->windowsDirectory(255));
+        rt.platform.facts = &fake.facts;
     }
     ~StarterProcesses() override {
         for (const std::wstring& file : installed) {
@@ -46,7 +41,7 @@ protected:
     }
     /// Puts the test's child there under that name.
     std::wstring install(const std::wstring& file) {
-        const std::wstring own = border.program.path();
+        const std::wstring own = border.facts->programPath();
         fs::copy_file(own.substr(0, own.rfind(L'\\')) + L"\\tarv_child_console.exe", file);
         return installed.emplace_back(file);
     }
@@ -67,17 +62,15 @@ protected:
         return StartExe(rt, file, 0, arguments, {}, false, part, false, WindowHandle::none, direct);
     }
 
-    InstalledProgram program;
-    Platform mixed{border.profiles,  border.files,      border.environment, program,
-                   border.processes, border.desktop,    border.regional,    border.machine,
-                   border.shell,     border.automation, border.codePage,    border.xml};
-    Runtime rt{mixed};
+    /// The program lies in another folder than the one that runs the tests.
+    const std::wstring folder = path(L"Program Files (x86)\\TARVENIK\\");
+    FakePlatform fake;
+    Runtime rt{border};
     std::vector<std::wstring> installed;
 };
 
 TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheClient) {
-    const std::wstring decoy = install(path(L"Program.exe")),
-                       client = install(program.folder + L"FastClient.exe");
+    const std::wstring decoy = install(path(L"Program.exe")), client = install(folder + L"FastClient.exe");
     startRemoteMaintenance(rt);
     const std::vector<std::wstring> seen = report(client);
     ASSERT_FALSE(seen.empty());
@@ -93,11 +86,11 @@ TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheClient) {
 TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheConsole) {
     if (!underWine())
         GTEST_SKIP() << "puts a program of its own in the place of the system's services console";
-    const std::wstring console = install(border.machine.systemDirectory() + L"\\mmc.exe"),
-                       beside = install(program.folder + L"mmc.exe");
-    const std::wstring windows = border.machine.windowsDirectory(255);
+    const std::wstring console = install(border.facts->systemDirectory() + L"\\mmc.exe"),
+                       beside = install(folder + L"mmc.exe");
+    const std::wstring windows = border.facts->windowsDirectory(255);
     const fs::path before = fs::current_path();
-    fs::current_path(program.folder);
+    fs::current_path(folder);
     openServicesConsole(rt);
     fs::current_path(before);
     const std::vector<std::wstring> seen = report(console);
@@ -108,7 +101,7 @@ TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheConsole) {
 }
 
 TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {
-    const std::wstring child = install(program.folder + L"Größe Ü.exe");
+    const std::wstring child = install(folder + L"Größe Ü.exe");
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
     const HANDLE event = CreateEventW(&inheritable, TRUE, FALSE, nullptr);
     const std::wstring signal = L"set=" + std::to_wstring(reinterpret_cast<UINT_PTR>(event));
@@ -124,14 +117,14 @@ TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {
     EXPECT_EQ(WaitForSingleObject(process, 10000), WAIT_OBJECT_0);
     EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_OBJECT_0);
     EXPECT_TRUE(CloseHandle(process) && CloseHandle(event));
-    for (const std::wstring& wrong : {program.folder, program.folder + L"fehlt.exe"})
+    for (const std::wstring& wrong : {folder, folder + L"fehlt.exe"})
         EXPECT_EQ(start(wrong, L"", true), 0) << wrong;
 }
 
 TEST_F(StarterProcesses, BatchFilesRunWithTheirArguments) {
     const std::wstring decoy = install(path(L"Program.exe"));
     for (const wchar_t* name : {L"Prüfung & 1.bat", L"lauf.CMD"}) {
-        const std::wstring batch = installed.emplace_back(program.folder + name);
+        const std::wstring batch = installed.emplace_back(folder + name);
         world->putFile(batch, "@echo %1_%~2_%3>\"%~f0.txt\"\r\n");
         EXPECT_EQ(start(batch + L" /a \"b c\"", L"d", false), -1);
         std::optional<std::string> seen;
@@ -140,8 +133,8 @@ TEST_F(StarterProcesses, BatchFilesRunWithTheirArguments) {
         EXPECT_EQ(seen, "/a_b c_d\r\n");
     }
     EXPECT_TRUE(report(decoy, 300).empty());
-    const std::wstring missing = program.folder + L"fehlt.bat";
-    EXPECT_EQ(border.processes.create({missing, missing + L" x", false, 0, {}}).error(),
+    const std::wstring missing = folder + L"fehlt.bat";
+    EXPECT_EQ(border.processes->create({missing, missing + L" x", false, 0, {}}).error(),
               system_code::fileNotFound);
 }
 

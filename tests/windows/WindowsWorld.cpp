@@ -27,7 +27,7 @@ public:
         fs::remove_all(folder_);
     }
 
-    Platform& border() override { return platform_.border(); }
+    Platform& border() override { return platform_; }
     std::wstring folder() override { return folder_.wstring() + L"\\"; }
     void putFile(const std::wstring& path, std::string_view bytes) override {
         std::ofstream(fs::path(path), std::ios::binary) << bytes;

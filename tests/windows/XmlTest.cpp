@@ -16,7 +16,10 @@ namespace {
 /// it names every fault 80004005 "error" at line 0, takes document type declarations and does not validate.
 class Xml : public Contract, public testing::WithParamInterface<std::int16_t> {
 protected:
-    Xml() { EXPECT_EQ(xml.Initialize(GetParam()), GetParam()); }
+    Xml() {
+        rt.platform.desktop = &fake.desktop;
+        EXPECT_EQ(xml.Initialize(GetParam()), GetParam());
+    }
 
     /// The number that the call raises; 0 when it raises none.
     std::int32_t raised(const std::function<void()>& call) {
@@ -30,10 +33,7 @@ protected:
     }
 
     FakePlatform fake;
-    Platform mixed{border.profiles,  border.files,      border.environment, border.program,
-                   border.processes, fake.desktop,      border.regional,    border.machine,
-                   border.shell,     border.automation, border.codePage,    border.xml};
-    Runtime rt{mixed};
+    Runtime rt{border};
     clsXML xml{rt};
 };
 
@@ -156,7 +156,7 @@ TEST_P(Xml, SavesNothingInAnEncodingThatNobodyKnows) {
     if (raised([&] { xml.Save(path(L"a.xml")); }) == 0) {
         EXPECT_TRUE(xml.OpenFromFile(path(L"a.xml"), true) && xml.ReadNode(L"/r") == L"\u0416");
     } else {
-        EXPECT_EQ(border.files.search(path(L"a.xml*"))->next().error(), system_code::fileNotFound);
+        EXPECT_EQ(border.files->search(path(L"a.xml*"))->next().error(), system_code::fileNotFound);
     }
 }
 
@@ -207,7 +207,7 @@ TEST_P(Xml, AFailedSaveLeavesTheOldFile) {
     CloseHandle(reader);
     for (const wchar_t* name : {L"locked.xml", L"readonly.xml"})
         EXPECT_EQ(world->bytes(path(name)), "<alt/>");
-    EXPECT_EQ(border.files.search(path(L"*.neu*"))->next().error(), system_code::fileNotFound);
+    EXPECT_EQ(border.files->search(path(L"*.neu*"))->next().error(), system_code::fileNotFound);
     xml.Save(path(L"locked.xml"));
     EXPECT_TRUE(xml.OpenFromFile(path(L"locked.xml"), true));
 }

@@ -105,7 +105,7 @@ void showReport(const std::wstring& library, const wchar_t* method, int button, 
         PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
     });
     tarv::WindowsPlatform windows;
-    tarv::Automation& automation = windows.border().automation;
+    tarv::Automation& automation = *windows.automation;
     const auto record = std::make_shared<tarv::ErrorRecord>(
         tarv::ErrorRecord{32, L"Datei-Operation fehlgeschlagen", L"Funktionen32"});
     if (const auto display = automation.createFromLibrary(library, tarv::errorDisplayClassId))

@@ -69,7 +69,7 @@ TEST_F(ErrorReport, CancelSilencesTheSameLocationUntilAnotherAnswer) {
 }
 
 TEST_F(ErrorReport, FileOperationsAreRetriedAsLongAsTheUserWants) {
-    fake.program.file = L"C:\\p\\Kalk-Ribbon__2.exe";
+    fake.facts.program = L"C:\\p\\Kalk-Ribbon__2.exe";
     const auto run = [&](std::int32_t operation) {
         return FileOperation(rt, operation, std::wstring_view(L"a\0b", 3), L"C:\\t", true, false, 0, false,
                              error);

@@ -31,7 +31,7 @@ struct NumberCalls : World {
         const auto part = [](const std::wstring& text) {
             return text == std::wstring(1, L'\0') ? L"" : text;
         };
-        fake.regional.set(part(cell.substr(0, half)), part(cell.substr(half)));
+        fake.facts.setSeparators(part(cell.substr(0, half)), part(cell.substr(half)));
     }
 
     std::wstring answer(const Row& row) {
@@ -146,7 +146,7 @@ TEST_F(Numbers, ReadAndWrittenAsTheCompilersLibraryDoes) {
 
 TEST_F(Numbers, RoundingIsSymmetricStableAndAgreesWithWholeNumbers) {
     for (int i = 0; i < 5'000; ++i) {
-        fake.regional.set(i % 2 == 0 ? L"," : L".", i % 2 == 0 ? L"." : L",");
+        fake.facts.setSeparators(i % 2 == 0 ? L"," : L".", i % 2 == 0 ? L"." : L",");
         const std::int64_t units = random.between(0, i % 4 == 0 ? 100'000 : 9'000'000'000);
         const std::int64_t rest = units % 1000;
         if (rest == 499)
@@ -162,7 +162,9 @@ TEST_F(Numbers, RoundingIsSymmetricStableAndAgreesWithWholeNumbers) {
 
 TEST_F(Numbers, FormattedAmountsAgreeWithWholeNumbersAndReadBack) {
     for (int i = 0; i < 5'000; ++i) {
-        fake.regional.set(i % 3 == 0 ? L"." : L",", i % 3 == 0 ? L"\u2019" : i % 3 == 1 ? L"." : L"\u00A0");
+        fake.facts.setSeparators(i % 3 == 0 ? L"." : L",", i % 3 == 0   ? L"\u2019"
+                                                           : i % 3 == 1 ? L"."
+                                                                        : L"\u00A0");
         const std::int64_t limit = i % 2 == 0 ? 100'000 : 900'000'000'000;
         const std::int64_t thousandths = random.between(-limit, limit);
         const auto number = static_cast<double>(thousandths) / 1000;

@@ -26,7 +26,7 @@ struct Paths : World {
         if (routine == L"trim")
             return std::wstring(trim(text));
         if (routine == L"OwnProgram") {
-            fake.program.file = text;
+            fake.facts.program = text;
             return joined(ProgramFolder(rt), ProgramName(rt));
         }
         if (routine == L"SplitPath") {
@@ -46,9 +46,9 @@ struct Paths : World {
             fake.disk.addFolder(L"C:\\Ordner");
             return programFile(rt, text);
         }
-        fake.environment.list = {L""};
+        fake.facts.variables = {L""};
         for (const wchar_t c : row[2])
-            c == L'|' ? void(fake.environment.list.emplace_back()) : void(fake.environment.list.back() += c);
+            c == L'|' ? void(fake.facts.variables.emplace_back()) : void(fake.facts.variables.back() += c);
         return routine == L"GetEnvValue" ? GetEnvValue(rt, text) : GetTempFolder(rt, text == L"1");
     }
 };

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/windows/WindowsPlatform.h"
+
+namespace tarv {
+
+/// The implementations, one in the file of that name each.
+std::unique_ptr<Automation> makeAutomation();
+std::unique_ptr<Desktop> makeDesktop(MessageFilter filter);
+std::unique_ptr<FileStore> makeFileStore();
+std::unique_ptr<Processes> makeProcesses();
+std::unique_ptr<ProfileFiles> makeProfileFiles();
+std::unique_ptr<ShellOperations> makeShellOperations();
+std::unique_ptr<SystemFacts> makeSystemFacts();
+std::unique_ptr<XmlParsers> makeXmlParsers();
+
+} // namespace tarv
