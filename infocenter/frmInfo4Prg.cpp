@@ -1,7 +1,7 @@
 #include "infocenter/frmInfo4Prg.h"
 
-#include "app/resource.h"
 #include "infocenter/InfoReport.h"
+#include "infocenter/ids.h"
 #include "platform/Platform.h"
 #include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"

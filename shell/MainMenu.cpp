@@ -1,6 +1,6 @@
 #include "shell/MainMenu.h"
 
-#include "app/resource.h"
+#include "shell/ids.h"
 
 namespace tarv {
 namespace {

@@ -1,9 +1,9 @@
 #include "shell/frmLokaleIP.h"
 
-#include "app/resource.h"
 #include "infocenter/SystemProbes.h"
 #include "runtime/ModRkIni.h"
 #include "shell/Placement.h"
+#include "shell/ids.h"
 #include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 

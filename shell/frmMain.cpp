@@ -1,7 +1,7 @@
 #include "shell/frmMain.h"
 
-#include "app/resource.h"
 #include "infocenter/frmInfo4Prg.h"
+#include "infocenter/ids.h"
 #include "platform/Platform.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Konstanten.h"
@@ -11,6 +11,7 @@
 #include "shell/Placement.h"
 #include "shell/SupportActions.h"
 #include "shell/frmLokaleIP.h"
+#include "shell/ids.h"
 #include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 #include "ui/Redraw.h"
