@@ -39,7 +39,7 @@ void run(int showCommand) {
     Program program;
     program.mainWindow.load();
     program.mainWindow.show(showCommand);
-    ui::runMessageLoop();
+    ui::runMessageLoop(program.mainWindow);
 }
 
 void showFailure(const std::wstring& text) {

@@ -205,10 +205,7 @@ LRESULT frmInfo4Prg::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_CTLCOLORSTATIC:
         if (reinterpret_cast<HWND>(lParam) == control(ID_txtInfo)) {
-            // Read-only, yet meant for reading: paper, not a greyed-out field.
-            SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
-            SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
-            return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+            return ui::reportBoxColours(reinterpret_cast<HDC>(wParam));
         }
         break;
     default:

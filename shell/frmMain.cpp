@@ -75,6 +75,10 @@ void frmMain::show(int showCommand) {
     UpdateWindow(handle());
 }
 
+void frmMain::close() {
+    destroyAll(); // no modal window outlives this one
+}
+
 void frmMain::applySkin() {
     ApplySkin(rt_, SkinFramework1_, std::nullopt, true, false, false);
 }
@@ -172,7 +176,7 @@ void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
 void frmMain::onCommand(int id, int /*notification*/) {
     switch (id) {
     case ID_mnuFileExit:
-        ui::endProgram();
+        close();
         break;
     case ID_mnuInfo:
         mnuInfo_Click();
@@ -193,6 +197,9 @@ void frmMain::onCommand(int id, int /*notification*/) {
 
 LRESULT frmMain::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
     case WM_DRAWITEM:
         drawPart(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
         return TRUE;

@@ -19,6 +19,9 @@ public:
 
     void show(int showCommand);
 
+    /// Ends the program.
+    void close() override;
+
 private:
     void layout() override;
     void applyDpi() override;

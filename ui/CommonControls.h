@@ -14,8 +14,6 @@ namespace late {
 inline constexpr wchar_t comctl32[] = L"comctl32.dll";
 inline const LateEntry<decltype(&::InitCommonControlsEx)> InitCommonControlsEx{comctl32,
                                                                                "InitCommonControlsEx"};
-inline const LateEntry<decltype(&::SetWindowSubclass)> SetWindowSubclass{comctl32, "SetWindowSubclass"};
-inline const LateEntry<decltype(&::DefSubclassProc)> DefSubclassProc{comctl32, "DefSubclassProc"};
 inline const LateEntry<decltype(&::ImageList_Create)> ImageList_Create{comctl32, "ImageList_Create"};
 inline const LateEntry<decltype(&::ImageList_Destroy)> ImageList_Destroy{comctl32, "ImageList_Destroy"};
 inline const LateEntry<decltype(&::ImageList_ReplaceIcon)> ImageList_ReplaceIcon{comctl32,

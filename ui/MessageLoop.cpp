@@ -1,29 +1,21 @@
 #include "ui/MessageLoop.h"
 
-#include "ui/UiThread.h"
-
+#include <algorithm>
 #include <utility>
 
 namespace tarv::ui {
 
-UiThread& uiThread() {
-    static UiThread thread;
-    return thread;
-}
-
 bool filterMessage(MSG& message) {
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
-    for (Window* window : uiThread().windows) {
-        if (window->handle_ != root) {
-            continue;
-        }
-        const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-        if (key && window->translateKey(message)) {
-            return true;
-        }
-        return window->dialogKeys_ && IsDialogMessageW(root, &message);
+    Window* window = Window::of(root);
+    if (!window) {
+        return false;
     }
-    return false;
+    const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+    if (key && window->translateKey(message)) {
+        return true;
+    }
+    return window->dialogKeys_ && IsDialogMessageW(root, &message);
 }
 
 namespace {
@@ -45,57 +37,50 @@ bool handleNextMessage(int& exitCode) {
 
 } // namespace
 
-void runMessageLoop() {
+void runMessageLoop(Window& main) {
     int exitCode = 0;
     while (handleNextMessage(exitCode)) {
     }
-    if (const auto failure = std::exchange(uiThread().failure, nullptr)) {
-        std::rethrow_exception(failure);
-    }
+    main.raiseFailure();
 }
 
-void endProgram() {
-    // The youngest first: a modal window before the one that waits for it.
-    while (!uiThread().windows.empty()) {
-        DestroyWindow(uiThread().windows.back()->handle_);
+ModalScope::ModalScope(const Window& window) : active_(GetActiveWindow()), disabled_(topLevelWindows()) {
+    std::erase_if(disabled_,
+                  [&](HWND other) { return other == window.handle() || !IsWindowEnabled(other); });
+    for (const HWND other : disabled_) {
+        EnableWindow(other, FALSE);
     }
-    PostQuitMessage(0);
-}
-
-ModalScope::ModalScope(Window& window) {
-    for (const Window* other : uiThread().windows) {
-        if (other != &window && IsWindowEnabled(other->handle_)) {
-            EnableWindow(other->handle_, FALSE);
-            disabled_.push_back(other->handle_);
-        }
+    if (!active_) { // the thread is in the background: what a user would see of it first
+        const auto visible = std::ranges::find_if(disabled_, IsWindowVisible);
+        active_ = visible == disabled_.end() ? nullptr : *visible;
     }
 }
 
 ModalScope::~ModalScope() {
     for (const HWND window : disabled_) {
-        if (IsWindow(window)) {
-            EnableWindow(window, TRUE);
-            SetActiveWindow(window);
-        }
+        EnableWindow(window, TRUE);
+    }
+    if (IsWindowVisible(active_)) {
+        SetActiveWindow(active_);
     }
 }
 
 void runModal(Window& window) {
-    if (!window.alive()) {
-        return;
-    }
-    window.modal_ = true;
-    window.closing_ = false;
-    ShowWindow(window.handle_, SW_SHOW);
-    UpdateWindow(window.handle_);
-    int exitCode = 0;
-    while (window.alive() && !window.closing_) {
-        if (!handleNextMessage(exitCode)) {
-            PostQuitMessage(exitCode);
-            break;
+    if (window.alive()) {
+        window.modal_ = true;
+        window.closing_ = false;
+        ShowWindow(window.handle_, SW_SHOW);
+        UpdateWindow(window.handle_);
+        int exitCode = 0;
+        while (window.alive() && !window.closing_) {
+            if (!handleNextMessage(exitCode)) {
+                PostQuitMessage(exitCode);
+                break;
+            }
         }
+        window.modal_ = false;
     }
-    window.modal_ = false;
+    window.raiseFailure();
 }
 
 } // namespace tarv::ui

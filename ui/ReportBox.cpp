@@ -1,7 +1,7 @@
 #include "ui/ReportBox.h"
 
 #include "ui/Clipboard.h"
-#include "ui/CommonControls.h"
+#include "ui/Handle.h"
 
 #include <string>
 
@@ -25,7 +25,7 @@ void copy(HWND edit) {
     copyToClipboard(edit, begin == end ? text : text.substr(begin, end - begin));
 }
 
-LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
@@ -45,7 +45,8 @@ LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam
     default:
         break;
     }
-    return late::DefSubclassProc(edit, message, wParam, lParam);
+    const auto former = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(edit, GWLP_USERDATA));
+    return CallWindowProcW(former, edit, message, wParam, lParam);
 }
 
 } // namespace
@@ -69,7 +70,15 @@ void fitReportBox(HWND edit, int inset) {
 }
 
 void makeReportBox(HWND edit) {
-    late::SetWindowSubclass(edit, procedure, 0, 0);
+    // The common controls' own way would need their library, in a version that a host may not have.
+    SetWindowLongPtrW(edit, GWLP_USERDATA, GetWindowLongPtrW(edit, GWLP_WNDPROC));
+    SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+}
+
+LRESULT reportBoxColours(HDC dc) {
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
 }
 
 } // namespace tarv::ui

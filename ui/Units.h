@@ -22,6 +22,11 @@ struct TwipsSize {
 int toPixels(Twips twips, int dpi);
 Twips toTwips(int pixels, int dpi);
 
+SIZE sizeOf(const RECT& rect);
+
+/// Work area of the screen that shows most of `window`, else of the primary one.
+RECT workAreaOf(HWND window);
+
 /// Dots per inch of the screen that shows most of `window`; where Windows knows only one value per session,
 /// that one.
 int dpiOf(HWND window);

@@ -1,8 +1,7 @@
 #include "ui/Window.h"
 
-#include "ui/MessageLoop.h"
-#include "ui/UiThread.h"
 #include "ui/WaitCursor.h"
+#include "win/Module.h"
 
 #include <algorithm>
 #include <new>
@@ -14,12 +13,16 @@ namespace {
 constexpr UINT largeIconMessage = WM_APP;
 constexpr UINT activatedDisabledMessage = WM_APP + 1;
 
-HINSTANCE program() {
-    return GetModuleHandleW(nullptr);
+/// Marks the windows of this class, with their module: a host may have others with the same code.
+constexpr wchar_t ownProperty[] = L"tarv::ui::Window";
+
+/// GetMessage returns for posted messages only, and what ends a loop may have been sent.
+void wakeLoop() {
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 HICON loadIcon(int resource, int metric, int dpi) {
-    return static_cast<HICON>(LoadImageW(program(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
+    return static_cast<HICON>(LoadImageW(thisModule(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          systemMetric(metric, dpi), systemMetric(metric, dpi),
                                          LR_DEFAULTCOLOR));
 }
@@ -28,24 +31,51 @@ void setFont(HWND control, HFONT font) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
-SIZE sizeOf(const RECT& rect) {
-    return {rect.right - rect.left, rect.bottom - rect.top};
+BOOL CALLBACK collect(HWND window, LPARAM list) {
+    try {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+    } catch (...) {
+        return FALSE; // no memory: the windows found so far
+    }
 }
 
-/// Work area of the screen that shows most of `window`, else of the primary one.
-RECT workAreaOf(HWND window) {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    return monitor.rcWork;
+/// All others are disabled.
+void bringModalToFront() {
+    for (const HWND window : topLevelWindows()) {
+        if (IsWindowVisible(window) && IsWindowEnabled(window)) {
+            SetForegroundWindow(window);
+            return;
+        }
+    }
 }
 
 } // namespace
+
+std::vector<HWND> topLevelWindows() {
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetCurrentThreadId(), collect, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
 
 Font makeFont(const wchar_t* face, int points, int dpi, DWORD family) {
     return Font(CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
                             DEFAULT_CHARSET, OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
                             family, face));
+}
+
+Window* Window::of(HWND window) {
+    return GetPropW(window, ownProperty) == thisModule()
+               ? reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA))
+               : nullptr;
+}
+
+void Window::destroyAll() {
+    for (const HWND window : topLevelWindows()) {
+        if (of(window)) { // it may have gone with another one
+            DestroyWindow(window);
+        }
+    }
 }
 
 Window::~Window() {
@@ -58,7 +88,7 @@ void Window::create(WindowDescription description) {
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = program();
+    windowClass.hInstance = thisModule();
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = description.className;
@@ -67,16 +97,14 @@ void Window::create(WindowDescription description) {
     dialogKeys_ = description.dialogKeys;
     minimumClient_ = description.minimumClient;
     iconResource_ = description.iconResource;
-    uiThread().windows.push_back(this);
     // Most often the window lies on the primary screen, and then has its size from the beginning.
     dpi_ = primaryScreenDpi();
     const SIZE first =
         outerSize({pixels(description.client.width), pixels(description.client.height)}, description.style,
                   description.extendedStyle, static_cast<bool>(description.menu), dpi_);
     if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
-                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy, nullptr,
-                         description.menu.get(), program(), this)) {
-        std::erase(uiThread().windows, this);
+                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy, description.owner,
+                         description.menu.get(), thisModule(), this)) {
         throw std::bad_alloc();
     }
     static_cast<void>(description.menu.release()); // the window destroys its menu
@@ -95,7 +123,7 @@ HWND Window::addControl(const wchar_t* controlClass, const wchar_t* text, DWORD 
                         int id) {
     const HWND control =
         CreateWindowExW(extendedStyle, controlClass, text, style | WS_CHILD, 0, 0, 0, 0, handle_,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), program(), nullptr);
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), thisModule(), nullptr);
     setFont(control, font_.get());
     return control;
 }
@@ -136,10 +164,7 @@ void Window::centreOnWorkArea(HWND reference) {
 void Window::close() {
     if (modal_) {
         closing_ = true;
-        // GetMessage returns for posted messages only, and what closes the window may have been sent.
-        PostMessageW(handle_, WM_NULL, 0, 0);
-    } else if (handle_ && uiThread().windows.front() == this) {
-        endProgram(); // no modal window outlives the one it belongs to
+        wakeLoop();
     } else if (handle_) {
         DestroyWindow(handle_);
     }
@@ -199,13 +224,9 @@ void Window::restoreFocus() {
     }
 }
 
-void Window::bringModalToFront() {
-    for (const HWND window : {uiThread().windows.back()->handle_, handle_}) {
-        const HWND front = GetLastActivePopup(window); // a message box, if there is one
-        if (IsWindowVisible(front) && IsWindowEnabled(front)) {
-            SetForegroundWindow(front);
-            return;
-        }
+void Window::raiseFailure() {
+    if (const auto failure = std::exchange(failure_, nullptr)) {
+        std::rethrow_exception(failure);
     }
 }
 
@@ -290,7 +311,7 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_ENDSESSION:
         if (wParam) {
-            endProgram();
+            destroyAll();
         }
         return 0;
     default:
@@ -304,6 +325,7 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
         auto* created = static_cast<Window*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         created->handle_ = handle;
         SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+        SetPropW(handle, ownProperty, thisModule());
         enableFrameScaling(handle);
     }
     auto* window = reinterpret_cast<Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
@@ -312,21 +334,19 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
     }
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+        RemovePropW(handle, ownProperty);
         window->handle_ = nullptr;
-        std::erase(uiThread().windows, window);
-        if (uiThread().windows.empty()) {
-            PostQuitMessage(0);
-        }
+        wakeLoop();
         return DefWindowProcW(handle, message, wParam, lParam);
     }
     try {
         return window->dispatch(message, wParam, lParam);
     } catch (...) {
         // The first failure tells what went wrong; it goes on from the message loop.
-        if (!uiThread().failure) {
-            uiThread().failure = std::current_exception();
+        if (!window->failure_) {
+            window->failure_ = std::current_exception();
         }
-        endProgram();
+        destroyAll();
         return 0;
     }
 }

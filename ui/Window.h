@@ -6,6 +6,9 @@
 
 #include <windows.h>
 
+#include <exception>
+#include <vector>
+
 namespace tarv::ui {
 
 /// What a top-level window is made from. The size is that of the client area.
@@ -14,6 +17,7 @@ struct WindowDescription {
     const wchar_t* caption;
     DWORD style;
     DWORD extendedStyle = 0;
+    HWND owner = nullptr;
     TwipsSize client{};
     /// Zero: the window may become as small as Windows allows. Never more than the screen's work area.
     TwipsSize minimumClient{};
@@ -24,7 +28,7 @@ struct WindowDescription {
 };
 
 /// A top-level window with its controls. The object owns the system's window; the window may die earlier (the
-/// user closes it, the program ends), then alive() is false and every call is without effect.
+/// user closes it, its owner goes), then alive() is false and every call is without effect.
 ///
 /// A control is known by its id. Sizes are given in twips and hold for every DPI: layout() runs at creation,
 /// at every change of size and of DPI.
@@ -42,15 +46,19 @@ public:
 
     HWND control(int id) const { return GetDlgItem(handle_, id); }
 
-    /// Takes the window away; a modal one ends its loop first. The program's first window takes all others
-    /// with it.
-    void close();
+    /// Takes the window away; a modal one ends its loop first.
+    virtual void close();
 
     /// Gives a keyboard message to the window before its control gets it. True when it has been used up.
     virtual bool translateKey(const MSG&) { return false; }
 
+    /// The object of a top-level window that this module made by this class; null for any other.
+    static Window* of(HWND window);
+
 protected:
     Window() = default;
+    /// Takes away all windows that this module has in this thread. Their loops end.
+    static void destroyAll();
     void create(WindowDescription description);
 
     HWND addControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD extendedStyle,
@@ -60,6 +68,7 @@ protected:
     /// Outer size in twips.
     TwipsSize outerSizeInTwips() const;
     RECT clientRect() const;
+    SIZE outerSizeFor(TwipsSize client) const;
 
     /// Puts the window (outer size unchanged) at a place on the screen, in pixels.
     void moveTo(POINT corner);
@@ -87,9 +96,8 @@ protected:
     HFONT font() const { return font_.get(); }
 
 private:
-    friend class ModalScope;
     friend bool filterMessage(MSG& message);
-    friend void endProgram();
+    friend void runMessageLoop(Window& main);
     friend void runModal(Window& window);
 
     static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
@@ -97,8 +105,7 @@ private:
     void changeDpi(int dpi, const RECT& suggested);
     void renewFont();
     void restoreFocus();
-    void bringModalToFront();
-    SIZE outerSizeFor(TwipsSize client) const;
+    void raiseFailure();
     void showIcon(WPARAM kind, int metric, Icon& icon);
     void showSmallIcon();
     void showLargeIcon();
@@ -114,7 +121,12 @@ private:
     bool modal_ = false;
     bool closing_ = false;
     HWND lastFocus_ = nullptr;
+    /// What a message handler left uncaught: Windows cannot carry it through its own frames.
+    std::exception_ptr failure_;
 };
+
+/// The calling thread's top-level windows, the frontmost first.
+std::vector<HWND> topLevelWindows();
 
 /// Font of a given face and size in points for a DPI. `family` (FIXED_PITCH | FF_MODERN ...) decides what
 /// stands in for a face that the system lacks.

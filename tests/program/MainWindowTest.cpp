@@ -99,7 +99,7 @@ TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
     onSkin = [] { raise(error_number::overflow); };
     SendMessageW(window->handle(), WM_COMMAND, ID_mnuInfo, 0);
     EXPECT_EQ(sentToMain, offAndOn);
-    EXPECT_THROW(ui::runMessageLoop(), RuntimeError);
+    EXPECT_THROW(ui::runMessageLoop(*window), RuntimeError);
 }
 
 } // namespace

@@ -206,7 +206,7 @@ TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
                 EXPECT_TRUE(window.alive());
                 window.close();
             }
-            ui::runMessageLoop();
+            ui::runMessageLoop(window);
             EXPECT_FALSE(window.alive());
         }
     KillTimer(nullptr, timer);

@@ -37,7 +37,7 @@ private:
 TEST(WindowParts, FailureOfAHandlerEndsTheLoopAndComesOutOfIt) {
     FailingWindow window;
     PostMessageW(window.handle(), WM_COMMAND, 1, 0);
-    EXPECT_THROW(ui::runMessageLoop(), RuntimeError);
+    EXPECT_THROW(ui::runModal(window), RuntimeError);
     EXPECT_FALSE(window.alive());
 }
 
