@@ -1,7 +1,7 @@
 #include "components/rk_Runtime/ClassFactory.h"
-#include "components/rk_Runtime/Module.h"
 #include "components/rk_Runtime/Registration.h"
 #include "win/ComPtr.h"
+#include "win/Module.h"
 #include "win/SystemText.h"
 
 #include <new>
@@ -14,7 +14,16 @@ namespace {
 /// Full path of this DLL, however long; empty when Windows does not tell it.
 std::wstring libraryPath() {
     return filledText(
-        [](wchar_t* buffer, DWORD size) { return GetModuleFileNameW(moduleInstance(), buffer, size); });
+        [](wchar_t* buffer, DWORD size) { return GetModuleFileNameW(thisModule(), buffer, size); });
+}
+
+/// Keeps the DLL in the process until the process ends: CoUninitialize and hosts that load by themselves free
+/// a library without asking it, and each load costs the host a TLS slot and two handles, which the static C++
+/// run-time library does not give back.
+void keepModuleLoaded() {
+    HMODULE pinned = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(thisModule()), &pinned);
 }
 
 } // namespace
@@ -23,7 +32,6 @@ extern "C" {
 
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
     if (reason == DLL_PROCESS_ATTACH) {
-        setModuleInstance(instance);
         DisableThreadLibraryCalls(instance);
     }
     return TRUE;

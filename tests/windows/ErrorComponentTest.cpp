@@ -1,9 +1,9 @@
 // The error display: the built DLL as a component, its window, its registration.
 
-#include "win/CountedObject.h"
-#include "components/rk_Runtime/resource.h"
+#include "components/rk_Runtime/ErrorDialog.h"
 #include "platform/Automation.h"
 #include "win/ComPtr.h"
+#include "win/CountedObject.h"
 #include "win/Variant.h"
 #include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
@@ -81,25 +81,34 @@ protected:
     ObjectRef display;
 };
 
-/// Presses Ctrl+C while the focus is on a button, and tells what has been copied.
-std::wstring copied() {
-    BYTE keys[256] = {};
-    for (const BYTE state : {BYTE{0x80}, BYTE{0}}) {
-        keys[VK_CONTROL] = state;
+/// Presses Ctrl+C wherever the focus is, and goes on with what has been copied once the window has heard of it.
+void pressCopy(std::function<void(std::wstring)> then) {
+    static std::function<void(std::wstring)> next;
+    static BYTE keys[256];
+    next = std::move(then);
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    PostMessageW(GetFocus(), WM_KEYDOWN, 'C', 0);
+    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(nullptr, timer);
+        keys[VK_CONTROL] = 0;
         SetKeyboardState(keys);
-        SendMessageW(GetFocus(), WM_KEYDOWN, state ? 'C' : VK_CONTROL, 0);
-    }
-    OpenClipboard(nullptr);
-    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
-    const std::wstring text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : L"";
-    CloseClipboard();
-    return text;
+        OpenClipboard(nullptr);
+        const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+        const std::wstring text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : L"";
+        CloseClipboard();
+        next(text);
+    });
 }
 
 TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
     const auto press = [](int button) { return [button](HWND dialog) { User::press(dialog, button); }; };
     const auto key = [](WPARAM code) {
         return [code](HWND) { PostMessageW(GetFocus(), WM_KEYDOWN, code, 0); };
+    };
+    const auto enterInReport = [](HWND dialog) {
+        SetFocus(GetDlgItem(dialog, component::IDC_REPORT));
+        PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
     };
     const std::wstring endless(20'000, L'x'); // broken into lines on the screen only
     const std::vector<Value> known{error({53, endless, L"M"}), L"beim\nStart", L"Start"},
@@ -124,6 +133,7 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
         {true, odd, press(IDCANCEL), 2, oddReport},
         {true, {Value(), 17}, key(VK_ESCAPE), 2, nothing + L"\r\n\r\n17"},
         {true, odd, key(VK_RETURN), 4, oddReport},
+        {true, odd, enterInReport, 4, oddReport},
     };
     const HWND owner =
                    CreateWindowW(L"STATIC", L"", WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
@@ -135,8 +145,10 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
         std::wstring copy;
         User user([&](HWND dialog) {
             held = !IsWindowEnabled(owner) && !IsWindowEnabled(second);
-            copy = copied();
-            act(dialog);
+            pressCopy([&, dialog](std::wstring text) {
+                copy = std::move(text);
+                act(dialog);
+            });
         });
         EXPECT_EQ(display->call(question ? L"EMW" : L"errormsg", arguments).valueOr(Null{}), answer);
         EXPECT_TRUE(copy == report) << copy.substr(0, 300);
@@ -293,7 +305,7 @@ TEST_F(ErrorComponentTest, HasAVeryLongTextBrokenIntoLinesOnlyOnce) {
             text += piece;
         LRESULT lines = 0, ends = 0;
         User user([&](HWND dialog) {
-            lines = SendDlgItemMessageW(dialog, IDC_REPORT, EM_GETLINECOUNT, 0, 0);
+            lines = SendDlgItemMessageW(dialog, component::IDC_REPORT, EM_GETLINECOUNT, 0, 0);
             ends = std::count(user.texts.begin(), user.texts.end(), L'\n');
             User::press(dialog, IDOK);
         });

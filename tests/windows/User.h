@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <windows.h>
@@ -33,9 +34,10 @@ private:
         EnumThreadWindows(GetCurrentThreadId(), visit, 0);
     }
     static BOOL CALLBACK visit(HWND window, LPARAM) {
-        wchar_t kind[8] = L"";
-        GetClassNameW(window, kind, 8);
-        if (!current || !IsWindowVisible(window) || GetPropW(window, L"visited") || wcscmp(kind, L"#32770"))
+        wchar_t kind[16] = L"";
+        GetClassNameW(window, kind, 16);
+        const bool dialog = kind == std::wstring_view(L"#32770") || kind == std::wstring_view(L"rk_Fehler");
+        if (!current || !IsWindowVisible(window) || GetPropW(window, L"visited") || !dialog)
             return TRUE;
         SetPropW(window, L"visited", reinterpret_cast<HANDLE>(1));
         ++current->dialogs;

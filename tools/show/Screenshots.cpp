@@ -76,7 +76,7 @@ void showProgram(const wchar_t* path, Screenshots& pictures) {
 }
 
 HWND ownDialog() {
-    const HWND found = FindWindowW(L"#32770", L"Fehlermeldung...");
+    const HWND found = FindWindowW(L"rk_Fehler", nullptr);
     return IsWindowVisible(found) ? found : nullptr;
 }
 
