@@ -1,6 +1,6 @@
 #pragma once
 
-#include "infocenter/frmInfo4PrgTree.h"
+#include "infocenter/IniTreeView.h"
 #include "runtime/modSkinOnly.h"
 #include "ui/CommonControls.h"
 #include "ui/Window.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// Ids of the info centre and of the resources that it shows. Read by the resource compiler too: macros only.
+// Ids of the info centre and its resources. Read by the resource compiler too: macros only.
 
 // clang-format off
 #define ID_SSTab1               301

@@ -1,6 +1,6 @@
 #pragma once
 
-// Ids of the shell's windows and of the resources that they show. Read by the resource compiler too: macros only.
+// Ids of the shell's windows and their resources. Read by the resource compiler too: macros only.
 
 // clang-format off
 // frmMain: menu

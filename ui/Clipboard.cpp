@@ -5,8 +5,7 @@
 namespace tarv::ui {
 namespace {
 
-/// Clipboard managers and remote desktops hold the clipboard for moments, just after it has changed above
-/// all.
+/// Tries again: clipboard managers and remote desktops open the clipboard for moments, mostly after a change.
 bool openPatiently(HWND owner) {
     constexpr int attempts = 25;
     constexpr DWORD pause = 20; // milliseconds

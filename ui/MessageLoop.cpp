@@ -45,8 +45,7 @@ void runMessageLoop(Window& main) {
 }
 
 ModalScope::ModalScope(const Window& window) : active_(GetActiveWindow()), disabled_(topLevelWindows()) {
-    std::erase_if(disabled_,
-                  [&](HWND other) { return other == window.handle() || !IsWindowEnabled(other); });
+    std::erase_if(disabled_, [&](HWND other) { return other == window.handle() || !IsWindowEnabled(other); });
     for (const HWND other : disabled_) {
         EnableWindow(other, FALSE);
     }

@@ -8,8 +8,8 @@ namespace tarv::ui {
 /// selection copies all, and Tab, Enter and Esc belong to the window.
 void makeReportBox(HWND edit);
 
-/// The answer to WM_CTLCOLORSTATIC: read-only, but meant to be read, so the colours of a text and not those of a
-/// disabled field.
+/// The answer to WM_CTLCOLORSTATIC: read-only, but meant to be read, so the colours of a text and not those
+/// of a disabled field.
 LRESULT reportBoxColours(HDC dc);
 
 /// Leaves `inset` pixels around the text, and shows each scroll bar only where the text does not fit. To be

@@ -1,33 +1,23 @@
 #include "ui/Units.h"
 
+#include "win/LateEntry.h"
+
 #include <cmath>
 
 namespace tarv::ui {
 namespace {
 
-/// The functions per DPI came with Windows 10 1607; older systems have one DPI per session.
-template <class Function>
-Function* entryPoint(const char* name) {
-    const FARPROC address = GetProcAddress(GetModuleHandleW(L"user32.dll"), name);
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
-}
-
-struct PerDpi {
-    UINT(WINAPI* windowDpi)(HWND) = entryPoint<UINT WINAPI(HWND)>("GetDpiForWindow");
-    BOOL(WINAPI* adjustRect)
-    (RECT*, DWORD, BOOL, DWORD,
-     UINT) = entryPoint<BOOL WINAPI(RECT*, DWORD, BOOL, DWORD, UINT)>("AdjustWindowRectExForDpi");
-    BOOL(WINAPI* parameters)
-    (UINT, UINT, void*, UINT,
-     UINT) = entryPoint<BOOL WINAPI(UINT, UINT, void*, UINT, UINT)>("SystemParametersInfoForDpi");
-    int(WINAPI* metric)(int, UINT) = entryPoint<int WINAPI(int, UINT)>("GetSystemMetricsForDpi");
-    BOOL(WINAPI* frameScaling)(HWND) = entryPoint<BOOL WINAPI(HWND)>("EnableNonClientDpiScaling");
-};
-
-const PerDpi& perDpi() {
-    static const PerDpi functions;
-    return functions;
-}
+// Since Windows 10 1607; 0 on older systems, which have one DPI per session.
+namespace late {
+constexpr wchar_t user32[] = L"user32.dll";
+const LateEntry<UINT(WINAPI*)(HWND)> GetDpiForWindow{user32, "GetDpiForWindow"};
+const LateEntry<BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT)> AdjustWindowRectExForDpi{
+    user32, "AdjustWindowRectExForDpi"};
+const LateEntry<BOOL(WINAPI*)(UINT, UINT, void*, UINT, UINT)> SystemParametersInfoForDpi{
+    user32, "SystemParametersInfoForDpi"};
+const LateEntry<int(WINAPI*)(int, UINT)> GetSystemMetricsForDpi{user32, "GetSystemMetricsForDpi"};
+const LateEntry<BOOL(WINAPI*)(HWND)> EnableNonClientDpiScaling{user32, "EnableNonClientDpiScaling"};
+} // namespace late
 
 UINT unsignedDpi(int dpi) {
     return static_cast<UINT>(dpi);
@@ -62,13 +52,13 @@ int primaryScreenDpi() {
 }
 
 int dpiOf(HWND window) {
-    const UINT dpi = perDpi().windowDpi ? perDpi().windowDpi(window) : 0;
+    const UINT dpi = late::GetDpiForWindow(window);
     return dpi ? static_cast<int>(dpi) : primaryScreenDpi();
 }
 
 SIZE outerSize(SIZE client, DWORD style, DWORD extendedStyle, bool menu, int dpi) {
     RECT rect{0, 0, client.cx, client.cy};
-    if (!perDpi().adjustRect || !perDpi().adjustRect(&rect, style, menu, extendedStyle, unsignedDpi(dpi))) {
+    if (!late::AdjustWindowRectExForDpi(&rect, style, menu, extendedStyle, unsignedDpi(dpi))) {
         AdjustWindowRectEx(&rect, style, menu, extendedStyle);
     }
     return {rect.right - rect.left, rect.bottom - rect.top};
@@ -77,8 +67,8 @@ SIZE outerSize(SIZE client, DWORD style, DWORD extendedStyle, bool menu, int dpi
 LOGFONTW dialogFont(int dpi) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
-    if (perDpi().parameters &&
-        perDpi().parameters(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, unsignedDpi(dpi))) {
+    if (late::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
+                                         unsignedDpi(dpi))) {
         return metrics.lfMessageFont;
     }
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
@@ -87,14 +77,12 @@ LOGFONTW dialogFont(int dpi) {
 }
 
 int systemMetric(int index, int dpi) {
-    return perDpi().metric ? perDpi().metric(index, unsignedDpi(dpi))
-                           : MulDiv(GetSystemMetrics(index), dpi, primaryScreenDpi());
+    const int metric = late::GetSystemMetricsForDpi(index, unsignedDpi(dpi));
+    return metric ? metric : MulDiv(GetSystemMetrics(index), dpi, primaryScreenDpi());
 }
 
 void enableFrameScaling(HWND window) {
-    if (perDpi().frameScaling) {
-        perDpi().frameScaling(window);
-    }
+    late::EnableNonClientDpiScaling(window);
 }
 
 } // namespace tarv::ui

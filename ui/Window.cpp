@@ -103,8 +103,8 @@ void Window::create(WindowDescription description) {
         outerSize({pixels(description.client.width), pixels(description.client.height)}, description.style,
                   description.extendedStyle, static_cast<bool>(description.menu), dpi_);
     if (!CreateWindowExW(description.extendedStyle, description.className, description.caption,
-                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy, description.owner,
-                         description.menu.get(), thisModule(), this)) {
+                         description.style, CW_USEDEFAULT, CW_USEDEFAULT, first.cx, first.cy,
+                         description.owner, description.menu.get(), thisModule(), this)) {
         throw std::bad_alloc();
     }
     static_cast<void>(description.menu.release()); // the window destroys its menu

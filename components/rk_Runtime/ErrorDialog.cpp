@@ -117,9 +117,9 @@ ErrorDialog::ErrorDialog(const std::wstring& text, Buttons buttons)
         addButton(L"&Abbrechen", IDCANCEL, BS_PUSHBUTTON);
     addButton(L"&Kopieren", IDC_COPY, BS_PUSHBUTTON);
     addControl(WC_STATICW, asks_ ? headingRetry : headingOk, SS_NOPREFIX | WS_VISIBLE, 0, IDC_HEADING);
-    ui::makeReportBox(addControl(WC_EDITW, L"",
-                                 ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_VISIBLE | WS_TABSTOP,
-                                 WS_EX_CLIENTEDGE, IDC_REPORT));
+    ui::makeReportBox(addControl(
+        WC_EDITW, L"", ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_VISIBLE | WS_TABSTOP,
+        WS_EX_CLIENTEDGE, IDC_REPORT));
     report(EM_SETLIMITTEXT);
     focusFirst(asks_ ? IDRETRY : IDOK);
     if (owner_)
@@ -206,8 +206,7 @@ void ErrorDialog::fitTo(LRESULT textLines) {
     const LONG most = ui::sizeOf(ui::workAreaOf(owner_)).cy * 2 / 3;
     const LONG lines = static_cast<LONG>(std::min<LRESULT>(textLines, most));
     const LONG more = lines * lineHeight() + pixels(60) - ui::sizeOf(textRect()).cy;
-    const LONG height =
-        std::max(std::min(ui::sizeOf(window).cy + more, most), outerSizeFor(leastClient).cy);
+    const LONG height = std::max(std::min(ui::sizeOf(window).cy + more, most), outerSizeFor(leastClient).cy);
     SetWindowPos(handle(), nullptr, 0, 0, ui::sizeOf(window).cx, height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     layout();

@@ -1,4 +1,4 @@
-#include "infocenter/frmInfo4PrgTree.h"
+#include "infocenter/IniTreeView.h"
 
 #include "ui/Redraw.h"
 
