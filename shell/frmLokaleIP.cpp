@@ -4,7 +4,6 @@
 #include "runtime/ModRkIni.h"
 #include "shell/Placement.h"
 #include "shell/ids.h"
-#include "ui/DrawnPart.h"
 #include "ui/MessageLoop.h"
 
 #include <commctrl.h>
@@ -33,7 +32,7 @@ frmLokaleIP::frmLokaleIP(Runtime& rt, const ui::Window& mainWindow)
     addControl(WC_BUTTONW, L" IP-Adresse ", BS_GROUPBOX | WS_VISIBLE, 0, ID_Frame1);
     addControl(WC_STATICW, L"Label1", SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | WS_VISIBLE, 0, ID_Label1);
     addControl(WC_BUTTONW, L"Schließen", BS_DEFPUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0, ID_cmdClose);
-    addControl(ui::drawnPartClass(), L"", WS_VISIBLE, 0, ID_Image1);
+    addControl(WC_STATICW, L"", SS_BITMAP | SS_REALSIZECONTROL | WS_VISIBLE, 0, ID_Image1);
     applyDpi();
     layout();
 }
@@ -72,20 +71,15 @@ void frmLokaleIP::layout() {
 void frmLokaleIP::applyDpi() {
     addressFont_ = ui::makeFont(L"MS Sans Serif", addressPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
     SendMessageW(control(ID_Label1), WM_SETFONT, reinterpret_cast<WPARAM>(addressFont_.get()), TRUE);
+    const int side = pixels(pictureSize);
+    SendMessageW(control(ID_Image1), STM_SETIMAGE, IMAGE_BITMAP,
+                 reinterpret_cast<LPARAM>(picture_.bitmap(side, side)));
 }
 
 void frmLokaleIP::onCommand(int id, int /*notification*/) {
     if (id == ID_cmdClose) {
         close();
     }
-}
-
-LRESULT frmLokaleIP::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DRAWITEM) {
-        picture_.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-        return TRUE;
-    }
-    return Window::onMessage(message, wParam, lParam);
 }
 
 } // namespace tarv

@@ -25,7 +25,6 @@ private:
     void layout() override;
     void applyDpi() override;
     void onCommand(int id, int notification) override;
-    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     Runtime& rt_;
     const ui::Window& mainWindow_;

@@ -123,16 +123,4 @@ HBITMAP Picture::bitmap(int width, int height) {
     return bitmap_.get();
 }
 
-void Picture::draw(const DRAWITEMSTRUCT& control) {
-    const RECT& rect = control.rcItem;
-    const HBITMAP shown = bitmap(rect.right, rect.bottom);
-    if (!shown) {
-        FillRect(control.hDC, &rect, GetSysColorBrush(COLOR_BTNFACE));
-        return;
-    }
-    const MemoryDc memory(CreateCompatibleDC(control.hDC));
-    const Selected selected(memory.get(), shown);
-    BitBlt(control.hDC, 0, 0, rect.right, rect.bottom, memory.get(), 0, 0, SRCCOPY);
-}
-
 } // namespace tarv::ui

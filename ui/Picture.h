@@ -25,9 +25,6 @@ public:
     /// A bitmap of that size in pixels, kept for the next call. Null for an empty picture or size.
     HBITMAP bitmap(int width, int height);
 
-    /// Fills an owner-drawn control with the picture.
-    void draw(const DRAWITEMSTRUCT& control);
-
 private:
     /// Writes the rows of a 24-bit bitmap. False when the picture cannot be read.
     bool fill(std::uint8_t* rows, SIZE size);

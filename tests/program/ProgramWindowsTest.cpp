@@ -76,6 +76,8 @@ protected:
 
 TEST_F(ProgramWindows, MainWindowIsCentredAndFilledByItsPicture) {
     EXPECT_EQ(ProgramDriver::text(window) + textOf(ID_lblVersion), L"TARVENIK ServiceprogrammVersion: 2019");
+    constexpr LRESULT staticControl = 65536 + 3; // what screen readers ask for
+    EXPECT_EQ(SendMessageW(control(ID_lblVersion), WM_GETOBJECT, 0, OBJID_QUERYCLASSNAMEIDX), staticControl);
     EXPECT_NEAR(rectOf(window).left, (GetSystemMetrics(SM_CXSCREEN) - widthOf(window)) / 2, 1);
     EXPECT_NEAR(rectOf(window).top, (GetSystemMetrics(SM_CYSCREEN) - heightOf(window)) / 2, 1);
     const int own = ProgramDriver::dpi(window);

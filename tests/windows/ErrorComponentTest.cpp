@@ -13,7 +13,9 @@
 #include "tools/driver/Wine.h"
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 #include <objbase.h>
 
@@ -81,24 +83,30 @@ protected:
     ObjectRef display;
 };
 
+std::function<void(std::wstring)> afterCopy;
+
+void pressControl(bool down) {
+    BYTE keys[256] = {};
+    keys[VK_CONTROL] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+void CALLBACK lookAtClipboard(HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    pressControl(false);
+    OpenClipboard(nullptr);
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    const std::wstring text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : L"";
+    CloseClipboard();
+    afterCopy(text);
+}
+
 /// Presses Ctrl+C wherever the focus is, and goes on with what has been copied once the window has heard of it.
 void pressCopy(std::function<void(std::wstring)> then) {
-    static std::function<void(std::wstring)> next;
-    static BYTE keys[256];
-    next = std::move(then);
-    keys[VK_CONTROL] = 0x80;
-    SetKeyboardState(keys);
+    afterCopy = std::move(then);
+    pressControl(true);
     PostMessageW(GetFocus(), WM_KEYDOWN, 'C', 0);
-    SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR timer, DWORD) {
-        KillTimer(nullptr, timer);
-        keys[VK_CONTROL] = 0;
-        SetKeyboardState(keys);
-        OpenClipboard(nullptr);
-        const HANDLE data = GetClipboardData(CF_UNICODETEXT);
-        const std::wstring text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : L"";
-        CloseClipboard();
-        next(text);
-    });
+    SetTimer(nullptr, 0, 10, lookAtClipboard);
 }
 
 TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
@@ -286,6 +294,38 @@ TEST_F(ErrorComponentTest, HostStaysDisabledUntilTheLastOfNestedWindowsIsGone) {
     EXPECT_EQ(user.dialogs, 2);
     EXPECT_EQ(GetActiveWindow(), owner);
     DestroyWindow(owner);
+}
+
+TEST_F(ErrorComponentTest, WindowsOfTwoThreadsLeaveEachOtherAlone) {
+    std::atomic<bool> ended = false;
+    User user([&](HWND dialog) {
+        const auto waitFor = [](const std::function<bool()>& condition) {
+            MSG message; // looking for one lets what other threads send arrive
+            for (int wait = 0; wait < 500 && !condition(); ++wait, Sleep(10))
+                PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+            return condition();
+        };
+        std::thread other([&] {
+            showErrorMsg(*component().get(), [](VARIANT&) {});
+            ended = true;
+        });
+        HWND second = nullptr;
+        EXPECT_TRUE(waitFor([&] {
+            second = nullptr;
+            do
+                second = FindWindowExW(nullptr, second, L"rk_Fehler", nullptr);
+            while (second == dialog);
+            return IsWindowVisible(second);
+        }));
+        EXPECT_TRUE(IsWindowEnabled(dialog) && IsWindowEnabled(second));
+        PostMessageW(second, WM_COMMAND, IDOK, 0);
+        EXPECT_TRUE(waitFor([&] { return ended.load(); }));
+        EXPECT_TRUE(IsWindowEnabled(dialog) && IsWindowVisible(dialog));
+        other.join();
+        User::press(dialog, IDOK);
+    });
+    EXPECT_EQ(showErrorMsg(*component().get(), [](VARIANT&) {}), S_OK);
+    EXPECT_EQ(user.dialogs, 1);
 }
 
 int resizes = 0;
