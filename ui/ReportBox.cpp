@@ -1,7 +1,7 @@
 #include "ui/ReportBox.h"
 
 #include "ui/Clipboard.h"
-#include "ui/Handle.h"
+#include "win/Handle.h"
 
 #include <string>
 
