@@ -89,8 +89,4 @@ std::wstring CutAtNul(std::wstring_view text) {
     return std::wstring(trim(blanks));
 }
 
-std::wstring GetLocalIP(Runtime& rt) {
-    return rt.platform.facts->localAddress().valueOr(L"127.0.0.1");
-}
-
 } // namespace tarv

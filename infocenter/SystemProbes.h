@@ -20,7 +20,4 @@ void GetOSFromWMI(Runtime& rt, std::wstring& name, std::wstring& version);
 /// made blanks.
 std::wstring CutAtNul(std::wstring_view text);
 
-/// First IPv4 address of this computer's own name, "127.0.0.1" when there is none.
-std::wstring GetLocalIP(Runtime& rt);
-
 } // namespace tarv

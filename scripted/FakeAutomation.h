@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Automation.h"
-#include "runtime/Funktionen32/Texts.h"
+#include "scripted/Capitals.h"
 #include "scripted/FaultPlan.h"
 
 #include <functional>
@@ -46,7 +46,7 @@ public:
 
     /// A method or a readable property, or with "=" behind its name what writing the property does.
     FakeObject& runs(const Member& member, Routine routine) {
-        routines_[lowerCase(spelled(member))] = std::move(routine);
+        routines_[capitals(spelled(member))] = std::move(routine);
         return *this;
     }
     FakeObject& answers(const Member& member, Value result) {
@@ -81,7 +81,7 @@ private:
                          std::span<const Value> arguments) {
         if (const auto code = log_.enter(function, verb + name_ + L"." + member, arguments))
             return AutomationLog::failure(*code);
-        const auto routine = routines_.find(lowerCase(member));
+        const auto routine = routines_.find(capitals(member));
         return routine != routines_.end() ? routine->second(arguments) : AutomationLog::failure(438);
     }
 

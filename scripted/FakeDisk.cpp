@@ -1,9 +1,15 @@
 #include "scripted/FakeDisk.h"
 
+#include "scripted/Capitals.h"
+
 #include <algorithm>
 
 namespace tarv {
 namespace {
+
+std::wstring_view nameOf(std::wstring_view path) {
+    return path.substr(path.rfind(L'\\') + 1);
+}
 
 bool matches(std::wstring_view name, std::wstring_view pattern) {
     if (pattern.empty())
@@ -53,11 +59,10 @@ FakeEntry& FakeDisk::addFile(std::wstring_view path, std::string bytes, std::uin
 
 FakeEntry& FakeDisk::addFolder(std::wstring_view path, std::uint32_t attributes) {
     for (auto end = path.find(L'\\'); end < path.size() - 1; end = path.find(L'\\', end + 1))
-        entries.try_emplace(
-            key(path.substr(0, end)),
-            FakeEntry{std::wstring(fileNamePart(path.substr(0, end))), attribute::directory, {}});
+        entries.try_emplace(key(path.substr(0, end)),
+                            FakeEntry{std::wstring(nameOf(path.substr(0, end))), attribute::directory, {}});
     FakeEntry& entry = entries[key(path)];
-    entry.name = fileNamePart(path.substr(0, path.find_last_not_of(L'\\') + 1));
+    entry.name = nameOf(path.substr(0, path.find_last_not_of(L'\\') + 1));
     entry.attributes = attributes | attribute::directory;
     return entry;
 }
@@ -88,10 +93,10 @@ std::wstring FakeDisk::key(std::wstring_view path) const {
         rest.insert(0, rest.starts_with(L'\\') ? currentDirectory.substr(0, 2) : currentDirectory + L"\\");
     std::wstring key;
     for (rest += L'\\'; !rest.empty(); rest.erase(0, rest.find(L'\\') + 1)) {
-        const std::wstring part = upperCase(rest.substr(0, rest.find(L'\\')));
+        const std::wstring part = capitals(rest.substr(0, rest.find(L'\\')));
         const auto longName = shortNames.find(part);
         if (!part.empty())
-            key += upperCase(longName != shortNames.end() ? longName->second : part) + L'\\';
+            key += capitals(longName != shortNames.end() ? longName->second : part) + L'\\';
     }
     return key;
 }
@@ -112,7 +117,7 @@ std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern
             search->found.push_back({dots, attribute::directory});
     for (const auto& [key, entry] : disk_.entries)
         if (key.starts_with(above) && key.find(L'\\', above.size()) == key.size() - 1 &&
-            matches(upperCase(entry.name), wanted))
+            matches(capitals(entry.name), wanted))
             search->found.push_back({entry.name, entry.attributes});
     if (search->found.empty())
         search->end = system_code::fileNotFound;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/FileStore.h"
-#include "runtime/Funktionen32/Texts.h"
 #include "scripted/FaultPlan.h"
 
 #include <map>

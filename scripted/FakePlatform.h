@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "runtime/Runtime.h"
 #include "scripted/FakeAutomation.h"
 #include "scripted/FakeDesktop.h"
 #include "scripted/FakeProcesses.h"
@@ -31,12 +30,6 @@ struct FakePlatform {
     FakePlatform() = default;
     FakePlatform(const FakePlatform&) = delete;
     FakePlatform& operator=(const FakePlatform&) = delete;
-};
-
-/// The scripted border and a process that runs over it.
-struct World {
-    FakePlatform fake;
-    Runtime rt{fake.border};
 };
 
 } // namespace tarv

@@ -1,5 +1,6 @@
 #include "scripted/FakeProfileFiles.h"
 
+#include "scripted/Capitals.h"
 #include "scripted/FakeSystemFacts.h"
 
 #include <algorithm>
@@ -55,8 +56,8 @@ Lines linesOf(std::wstring_view text) {
 /// The lines of the first group of that name, without its header; none at the end where it is missing.
 struct Group {
     Group(Lines& lines, std::wstring_view name) {
-        const auto isWanted = [wanted = upperCase(stripped(ansi(name)))](const Line& line) {
-            return line.isGroup && upperCase(line.name) == wanted;
+        const auto isWanted = [wanted = capitals(stripped(ansi(name)))](const Line& line) {
+            return line.isGroup && capitals(line.name) == wanted;
         };
         first = std::ranges::find_if(lines, isWanted);
         missing = first == lines.end();
@@ -64,8 +65,8 @@ struct Group {
         last = std::find_if(first, lines.end(), [](const Line& line) { return line.isGroup; });
     }
     Lines::iterator entry(std::wstring_view name) const {
-        return std::find_if(first, last, [wanted = upperCase(stripped(ansi(name)))](const Line& line) {
-            return line.value && upperCase(line.name) == wanted;
+        return std::find_if(first, last, [wanted = capitals(stripped(ansi(name)))](const Line& line) {
+            return line.value && capitals(line.name) == wanted;
         });
     }
 

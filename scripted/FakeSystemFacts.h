@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/SystemFacts.h"
-#include "runtime/Funktionen32/Texts.h"
+#include "scripted/Capitals.h"
 #include "scripted/FaultPlan.h"
 
 #include <algorithm>
@@ -99,8 +99,8 @@ struct FakeSystemFacts : SystemFacts, Planned {
 
 private:
     std::vector<std::wstring>::iterator find(std::wstring_view name) {
-        return std::ranges::find_if(variables, [key = upperCase(name) + L"="](const auto& entry) {
-            return upperCase(entry).starts_with(key);
+        return std::ranges::find_if(variables, [key = capitals(name) + L"="](const auto& entry) {
+            return capitals(entry).starts_with(key);
         });
     }
     Answer<std::wstring> answer(const char* function, const std::wstring& text) {

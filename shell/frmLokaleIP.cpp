@@ -1,6 +1,6 @@
 #include "shell/frmLokaleIP.h"
 
-#include "infocenter/SystemProbes.h"
+#include "runtime/Funktionen32/Machine.h"
 #include "runtime/ModRkIni.h"
 #include "shell/Placement.h"
 #include "shell/ids.h"

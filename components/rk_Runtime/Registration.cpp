@@ -1,6 +1,6 @@
 #include "components/rk_Runtime/Registration.h"
 
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "win/Handle.h"
 
 #include <objbase.h>

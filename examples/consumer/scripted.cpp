@@ -2,6 +2,7 @@
 
 #include "runtime/Funktionen32/Existence.h"
 #include "runtime/ModRkIni.h"
+#include "runtime/Runtime.h"
 #include "scripted/FakePlatform.h"
 
 // A test of one's own program needs no Windows, no network drive and no luck: the border is played.

@@ -2,8 +2,8 @@
 
 #include "platform/Automation.h"
 #include "platform/Desktop.h"
+#include "platform/ErrorDisplay.h"
 #include "platform/Platform.h"
-#include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Runtime.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 // Chief header of the runtime library's general module: one room per concern.
+#include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/Developer.h"
-#include "runtime/Funktionen32/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "runtime/Funktionen32/Existence.h"
 #include "runtime/Funktionen32/ExternalProgram.h"

@@ -10,6 +10,10 @@ std::wstring GetPCName(Runtime& rt) {
     return rt.platform.facts->computerName().valueOr({});
 }
 
+std::wstring GetLocalIP(Runtime& rt) {
+    return rt.platform.facts->localAddress().valueOr(L"127.0.0.1");
+}
+
 std::wstring GetLoginName(Runtime& rt) {
     return rt.platform.facts->userName().valueOr({});
 }

@@ -1,7 +1,7 @@
 // Any bytes in the configuration files give a tree that shows every group and every entry of a group once.
 #include "infocenter/IniTree.h"
-#include "scripted/FakePlatform.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/support/World.h"
 
 #include <set>
 

@@ -3,7 +3,7 @@
 
 #include "runtime/Runtime.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace tarv;

@@ -2,7 +2,7 @@
 #include "runtime/Funktionen32/Numbers.h"
 #include "runtime/Runtime.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 
 #include <cmath>
 

@@ -2,7 +2,7 @@
 // line arrives whole or not at all.
 #include "runtime/modProgDebug.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace tarv;

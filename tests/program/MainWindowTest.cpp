@@ -2,8 +2,8 @@
 
 #include "app/resource.h"
 #include "runtime/RuntimeError.h"
-#include "scripted/FakePlatform.h"
 #include "shell/frmMain.h"
+#include "tests/support/World.h"
 #include "ui/MessageLoop.h"
 
 #include <gtest/gtest.h>

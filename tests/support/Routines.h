@@ -1,11 +1,11 @@
 #pragma once
 
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/Funktionen32.h"
 #include "runtime/cls_PathDialog.h"
 #include "runtime/modBase64.h"
 #include "runtime/modSkinOnly.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 
 #include <functional>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 
 #include <gtest/gtest.h>
 

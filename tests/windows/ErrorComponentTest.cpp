@@ -5,10 +5,10 @@
 #include "win/ComPtr.h"
 #include "win/CountedObject.h"
 #include "win/Variant.h"
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "tests/support/ContractWorld.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 #include "tests/windows/User.h"
 #include "tools/driver/Wine.h"
 

@@ -3,9 +3,9 @@
 #include "runtime/Funktionen32/Starter.h"
 #include "platform/SystemFacts.h"
 #include "runtime/Runtime.h"
-#include "scripted/FakePlatform.h"
 #include "shell/SupportActions.h"
 #include "tests/support/ContractWorld.h"
+#include "tests/support/World.h"
 #include "tools/driver/Wine.h"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "runtime/Runtime.h"
 #include "runtime/RuntimeError.h"
 #include "tests/support/ContractWorld.h"
-#include "scripted/FakePlatform.h"
+#include "tests/support/World.h"
 #include "xml/clsXML.h"
 
 #include <functional>

@@ -3,7 +3,7 @@
 // kind, TESTS those that a GoogleTest filter names, both without what takes long. Exit code 0: nothing
 // failed.
 
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "tools/kit/Machine.h"
 
 #include <windows.h>

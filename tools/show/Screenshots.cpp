@@ -6,7 +6,7 @@
 #include "platform/Automation.h"
 #include "platform/Platform.h"
 #include "platform/windows/WindowsPlatform.h"
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "tools/driver/ProgramDriver.h"
 
 #include <commctrl.h>

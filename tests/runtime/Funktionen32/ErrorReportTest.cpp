@@ -1,6 +1,6 @@
 #include "runtime/Funktionen32/ErrorReport.h"
 
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/FileOperation.h"
 #include "tests/support/Scripted.h"
 

@@ -1,6 +1,6 @@
 #include "runtime/Funktionen32/Numbers.h"
 
-#include "runtime/Funktionen32/ErrorDisplay.h"
+#include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/NumberReader.h"
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Pictures.h"

@@ -1,6 +1,7 @@
 #include "runtime/Funktionen32/Paths.h"
 
 #include "runtime/Funktionen32/ShellStart.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "tests/support/Table.h"
 
 namespace tarv {
