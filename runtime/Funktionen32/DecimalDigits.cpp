@@ -1,12 +1,13 @@
 #include "runtime/Funktionen32/DecimalDigits.h"
 
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/RuntimeError.h"
 
 #include <array>
 #include <bit>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <string>
 
 namespace tarv {
@@ -54,15 +55,16 @@ std::uint64_t halves(double number, int power) {
 /// msvcrt.dll.) std::to_chars does the same, but with it the program exceeds the 700 KB that it may have:
 /// tried, 810 KB instead of 640.
 DecimalDigits digitsByLibrary(double number) {
-    std::array<char, 32> text;
-    std::snprintf(text.data(), text.size(), "%.14e", number);
+    // In wide characters: that half of the library is in the program already.
+    std::array<wchar_t, 32> text;
+    static_cast<void>(std::swprintf(text.data(), text.size(), L"%.14e", number));
     DecimalDigits result;
-    const char* at = text.data();
+    const wchar_t* at = text.data();
     // The point may be any character: it follows the program's locale.
-    for (; *at != 'e'; ++at)
-        if (*at >= '0' && *at <= '9')
-            result.digits = result.digits * 10 + static_cast<std::uint64_t>(*at - '0');
-    result.exponent = std::atoi(at + 1) - (significantDigits - 1);
+    for (; *at != L'e'; ++at)
+        if (isDigit(*at))
+            result.digits = result.digits * 10 + static_cast<std::uint64_t>(*at - L'0');
+    result.exponent = static_cast<int>(std::wcstol(at + 1, nullptr, 10)) - (significantDigits - 1);
     return result;
 }
 
