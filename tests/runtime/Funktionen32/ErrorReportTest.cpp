@@ -4,6 +4,8 @@
 #include "runtime/Funktionen32/FileOperation.h"
 #include "tests/support/Scripted.h"
 
+#include <tuple>
+
 namespace tarv {
 namespace {
 
