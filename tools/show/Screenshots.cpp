@@ -85,7 +85,7 @@ HWND ownerLike(const std::wstring& program) {
     const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 400, 300, 800, 600, nullptr,
                                        nullptr, nullptr, nullptr);
     const HMODULE file = LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
+    for (const WPARAM kind : {WPARAM{ICON_BIG}, WPARAM{ICON_SMALL}}) {
         const int size = GetSystemMetrics(kind == ICON_BIG ? SM_CXICON : SM_CXSMICON);
         SendMessageW(owner, WM_SETICON, kind,
                      reinterpret_cast<LPARAM>(LoadImageW(file, MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON, size,
