@@ -30,6 +30,8 @@ ErrorRecord runtimeErrorRecord(std::int32_t number) {
     return {number, std::wstring(found != descriptions.end() ? found->text : L"Laufzeitfehler"), {}};
 }
 
-void raise(std::int32_t number) { throw RuntimeError(runtimeErrorRecord(number)); }
+void raise(std::int32_t number) {
+    throw RuntimeError(runtimeErrorRecord(number));
+}
 
 } // namespace tarv

@@ -47,8 +47,8 @@ SystemCode startElevated(Runtime& rt, std::wstring_view file, std::wstring_view 
     const std::size_t length = fileLength(program);
     std::wstring all(program.substr(length));
     all.append(L" ").append(arguments);
-    return rt.platform.processes->startThroughShell(file.empty() ? program.substr(0, length) : file, trim(all),
-                                                   windowStyle);
+    return rt.platform.processes->startThroughShell(file.empty() ? program.substr(0, length) : file,
+                                                    trim(all), windowStyle);
 }
 
 } // namespace

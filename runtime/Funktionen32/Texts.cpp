@@ -11,24 +11,26 @@ namespace {
 struct CaseRange {
     char32_t firstUpper;
     char32_t lastUpper;
-    /// 0: capital and small letters alternate, the capital being even; 1: the capital being odd; otherwise the
-    /// distance from capital to small letter.
+    /// 0: capital and small letters alternate, the capital being even; 1: the capital being odd; otherwise
+    /// the distance from capital to small letter.
     std::int32_t toSmall;
 };
 
-// The letters of the European code pages (Latin, Greek, Cyrillic), after the Unicode character database. Letters
-// without a partner of one character (ß) stay out.
+// The letters of the European code pages (Latin, Greek, Cyrillic), after the Unicode character database.
+// Letters without a partner of one character (ß) stay out.
 constexpr std::array caseRanges{
-    CaseRange{U'A', U'Z', 32},       CaseRange{0x00C0, 0x00D6, 32}, CaseRange{0x00D8, 0x00DE, 32},
-    CaseRange{0x0100, 0x012F, 0},    CaseRange{0x0132, 0x0137, 0},  CaseRange{0x0139, 0x0148, 1},
-    CaseRange{0x014A, 0x0177, 0},    CaseRange{0x0178, 0x0178, -121}, CaseRange{0x0179, 0x017E, 1},
-    CaseRange{0x0386, 0x0386, 38},   CaseRange{0x0388, 0x038A, 37}, CaseRange{0x038C, 0x038C, 64},
-    CaseRange{0x038E, 0x038F, 63},   CaseRange{0x0391, 0x03A1, 32}, CaseRange{0x03A3, 0x03AB, 32},
-    CaseRange{0x0400, 0x040F, 80},   CaseRange{0x0410, 0x042F, 32}, CaseRange{0x0460, 0x0481, 0},
+    CaseRange{U'A', U'Z', 32},     CaseRange{0x00C0, 0x00D6, 32},   CaseRange{0x00D8, 0x00DE, 32},
+    CaseRange{0x0100, 0x012F, 0},  CaseRange{0x0132, 0x0137, 0},    CaseRange{0x0139, 0x0148, 1},
+    CaseRange{0x014A, 0x0177, 0},  CaseRange{0x0178, 0x0178, -121}, CaseRange{0x0179, 0x017E, 1},
+    CaseRange{0x0386, 0x0386, 38}, CaseRange{0x0388, 0x038A, 37},   CaseRange{0x038C, 0x038C, 64},
+    CaseRange{0x038E, 0x038F, 63}, CaseRange{0x0391, 0x03A1, 32},   CaseRange{0x03A3, 0x03AB, 32},
+    CaseRange{0x0400, 0x040F, 80}, CaseRange{0x0410, 0x042F, 32},   CaseRange{0x0460, 0x0481, 0},
     CaseRange{0x048A, 0x04BF, 0},
 };
 
-bool alternates(const CaseRange& range) { return range.toSmall == 0 || range.toSmall == 1; }
+bool alternates(const CaseRange& range) {
+    return range.toSmall == 0 || range.toSmall == 1;
+}
 
 wchar_t smallLetter(wchar_t letter) {
     const auto code = static_cast<char32_t>(letter);
@@ -78,11 +80,17 @@ std::wstring_view trim(std::wstring_view text) {
     return trimLeft(text.substr(0, last + 1));
 }
 
-std::wstring upperCase(std::wstring_view text) { return mapped(text, capitalLetter); }
+std::wstring upperCase(std::wstring_view text) {
+    return mapped(text, capitalLetter);
+}
 
-std::wstring lowerCase(std::wstring_view text) { return mapped(text, smallLetter); }
+std::wstring lowerCase(std::wstring_view text) {
+    return mapped(text, smallLetter);
+}
 
-std::wstring_view untilNul(std::wstring_view text) { return text.substr(0, text.find(L'\0')); }
+std::wstring_view untilNul(std::wstring_view text) {
+    return text.substr(0, text.find(L'\0'));
+}
 
 std::wstring_view fileNamePart(std::wstring_view path) {
     auto cut = path.rfind(L'\\');

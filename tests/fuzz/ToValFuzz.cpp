@@ -13,7 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     constexpr std::wstring_view separators = L",.\u2019\u00A0 '5-";
     FuzzInput input(bytes, size);
     const std::uint8_t choice = input.byte();
-    fake.facts.setSeparators(separators.substr(choice % 8, 1), separators.substr(choice / 8 % 8, choice / 64 % 2));
+    fake.facts.setSeparators(separators.substr(choice % 8, 1),
+                             separators.substr(choice / 8 % 8, choice / 64 % 2));
     rt.developerMode = choice >= 128;
     fake.desktop.boxes.clear();
     const std::wstring stop(1, static_cast<wchar_t>(input.byte()));

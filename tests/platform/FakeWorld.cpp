@@ -1,5 +1,5 @@
-#include "tests/support/ContractWorld.h"
 #include "scripted/FakePlatform.h"
+#include "tests/support/ContractWorld.h"
 
 namespace tarv {
 namespace {
