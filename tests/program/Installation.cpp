@@ -1,6 +1,6 @@
 #include "tests/program/Installation.h"
 
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 #include <fstream>
@@ -27,16 +27,6 @@ void enter(const std::wstring& key, const std::wstring& value) {
 }
 void forget(const std::wstring& key) {
     RegDeleteTreeW(classesRoot(), (classes + key).c_str());
-}
-
-bool elevated() {
-    HANDLE token = nullptr;
-    TOKEN_ELEVATION elevation{};
-    DWORD size = sizeof elevation;
-    OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token);
-    GetTokenInformation(token, TokenElevation, &elevation, size, &size);
-    CloseHandle(token);
-    return elevation.TokenIsElevated != 0;
 }
 
 } // namespace

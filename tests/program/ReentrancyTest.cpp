@@ -8,7 +8,7 @@
 #include "runtime/Runtime.h"
 #include "shell/frmMain.h"
 #include "tests/program/Installation.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 #include "ui/MessageLoop.h"
 
 #include <gtest/gtest.h>

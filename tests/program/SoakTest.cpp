@@ -4,7 +4,7 @@
 #include "app/resource.h"
 #include "tests/program/Installation.h"
 #include "tools/driver/Holdings.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
 #include "tests/windows/User.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <algorithm>
 #include <atomic>

@@ -3,7 +3,7 @@
 #include "platform/FileStore.h"
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 #include <set>

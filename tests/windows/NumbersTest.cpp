@@ -8,7 +8,7 @@
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/RandomStart.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <cmath>
 #include <cstdlib>

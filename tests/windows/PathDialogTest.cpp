@@ -3,7 +3,7 @@
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/windows/User.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <shlobj.h>
 

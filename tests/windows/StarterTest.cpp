@@ -6,7 +6,7 @@
 #include "shell/SupportActions.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 

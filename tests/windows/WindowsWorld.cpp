@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "tools/driver/Holdings.h"
 
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "tools/kit/Machine.h"
 
-#include "tools/driver/Wine.h"
+#include "tools/driver/Surroundings.h"
 
 #include <windows.h>
 
@@ -74,16 +74,6 @@ BOOL CALLBACK noteScreen(HMONITOR screen, HDC, RECT*, LPARAM parameter) {
            L" x " + std::to_wstring(info.rcMonitor.bottom - info.rcMonitor.top) + L", " + std::to_wstring(x) +
            L" dpi (" + std::to_wstring(x * 100 / 96) + L" %)";
     return TRUE;
-}
-
-bool elevated() {
-    HANDLE token = nullptr;
-    TOKEN_ELEVATION elevation{};
-    DWORD size = sizeof elevation;
-    OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token);
-    GetTokenInformation(token, TokenElevation, &elevation, size, &size);
-    CloseHandle(token);
-    return elevation.TokenIsElevated != 0;
 }
 
 } // namespace
