@@ -170,38 +170,43 @@ public:
     void fail(const std::string& test, const std::string& text) { note(failed, failures_, test, text); }
     void leaveOut(const std::string& test, const std::string& why) { note(skipped, leftOut_, test, why); }
 
-    /// The tests of one run, by what GoogleTest has written.
+    /// The tests of one run, by what GoogleTest has written: not always in the order of its list.
     void take(const Suite& suite, const Ended& ended) {
+        std::set<std::string> left(suite.tests.begin(), suite.tests.end());
         std::istringstream lines(ended.output);
-        std::string line, text;
-        std::size_t next = 0;
+        std::string begun, text;
         bool suiteFailed = false;
-        while (std::getline(lines, line) && next < suite.tests.size()) {
-            const std::string& test = suite.tests[next];
-            const auto says = [&](const char* word) { return line.starts_with(word + test); };
-            if (says("[ RUN      ] ")) {
-                text.clear();
-                continue;
-            }
-            if (says("[       OK ] "))
-                pass();
-            else if (says("[  FAILED  ] "))
-                suiteFailed = true, fail(test, text);
-            else if (says("[  SKIPPED ] "))
-                leaveOut(test, text);
-            else {
+        for (std::string line; std::getline(lines, line);) {
+            constexpr std::size_t wordLength = 13; // "[       OK ] "
+            const std::string word = line.substr(0, wordLength);
+            const std::string test =
+                line.substr(word.size(), line.find_first_of(" ,", wordLength) - wordLength);
+            if (!left.contains(test)) {
                 text += line + "\n";
                 continue;
             }
-            ++next;
+            if (word == "[ RUN      ] ") {
+                begun = test;
+                text.clear();
+                continue;
+            }
+            left.erase(test);
+            if (word == "[       OK ] ")
+                pass();
+            else if (word == "[  SKIPPED ] ")
+                leaveOut(test, text);
+            else
+                suiteFailed = true, fail(test, text);
         }
         const std::string end = stopped                      ? "vom Benutzer abgebrochen"
                                 : ended.code == WAIT_TIMEOUT ? "wird nicht fertig und ist beendet worden"
                                                              : "endet mit Code " + std::to_string(ended.code);
-        if (next == suite.tests.size() && ended.code != 0 && !suiteFailed)
+        const bool brokenOff = !left.empty() || (ended.code != 0 && !suiteFailed);
+        if (brokenOff && !left.contains(begun))
             fail(suite.name, text + end + "\n");
-        for (bool first = true; next < suite.tests.size(); ++next, first = false)
-            fail(suite.tests[next], first ? text + end + "\n" : "nicht gelaufen\n");
+        for (const std::string& test : suite.tests)
+            if (left.contains(test))
+                fail(test, test == begun ? text + end + "\n" : "nicht gelaufen\n");
     }
 
     void writeDetails() {
