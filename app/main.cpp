@@ -17,9 +17,8 @@ namespace {
 struct ComApartment {
     ComApartment() : entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
     ~ComApartment() {
-        if (entered) {
+        if (entered)
             CoUninitialize();
-        }
     }
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;

@@ -221,8 +221,7 @@ void compareInserts() {
         }
         SendMessageW(control, WM_SETREDRAW, TRUE, 0);
     };
-    const Pair filled = byTurns(
-        15, [&] { view.fill(tree); }, fillBare);
+    const Pair filled = byTurns(15, [&] { view.fill(tree); }, fillBare);
     printRow("10,000 tree nodes", "bare inserts, redraw off", "ms", perCall(filled, 1000), "<= 1.2");
     const Pair opened = byTurns(
         5,

@@ -30,7 +30,7 @@ constexpr int groups = 100;
 /// A tender of groups with positions, each with a short and a long text.
 void writeSample(const std::wstring& path, std::size_t bytes) {
     std::FILE* file = _wfopen(path.c_str(), L"wb");
-    if (file == nullptr)
+    if (!file)
         std::exit(1);
     std::fputs("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<lv>", file);
     const std::string longText(200, 'x');
@@ -126,8 +126,7 @@ void run(std::size_t megabytes, int rounds) {
         [&] { sliceOf(length, [&](auto& path) { return xml.ReadNode(path).size(); }); },
         [&] { sliceOf(bareLength, [&](auto& path) { return bare.read(path); }); });
     check(length == bareLength && length > 0, "same texts");
-    const Pair saves = byTurns(
-        rounds, [&] { xml.Save(wrapperOut); }, [&] { bare.save(bareOut); });
+    const Pair saves = byTurns(rounds, [&] { xml.Save(wrapperOut); }, [&] { bare.save(bareOut); });
 
     const auto row = [&](const char* what, Pair measured, const char* aim) {
         const std::string name = std::string("XML, ") + std::to_string(megabytes) + " MB: " + what;

@@ -47,18 +47,16 @@ void IniTreeView::onNotify(const NMHDR& header) {
         const HTREEITEM item = reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.hItem;
         if (!TreeView_GetParent(control_, item) && !TreeView_GetChild(control_, item)) {
             const auto& entries = tree_.groups[indexOf(control_, item)].entries;
-            for (std::size_t i = 0; i < entries.size(); ++i) {
+            for (std::size_t i = 0; i < entries.size(); ++i)
                 insert(control_, item, entries[i], i, NodePicture::DOCUMENT, false);
-            }
         }
     }
 }
 
 std::wstring IniTreeView::selectedText() const {
     const HTREEITEM item = TreeView_GetSelection(control_);
-    if (!item) {
+    if (!item)
         return {};
-    }
     const HTREEITEM parent = TreeView_GetParent(control_, item);
     const IniGroupNode& group = tree_.groups[indexOf(control_, parent ? parent : item)];
     return parent ? group.entries[indexOf(control_, item)] : group.text;

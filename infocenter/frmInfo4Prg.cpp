@@ -79,15 +79,13 @@ void frmInfo4Prg::load() {
     const ui::WaitCursor wait;
     // Messages are handled while a slow machine answers: the window may be gone after each step.
     const std::wstring report = BuildInfoReport(rt_);
-    if (!alive()) {
+    if (!alive())
         return;
-    }
     SetWindowTextW(control(ID_txtInfo), report.c_str());
     ui::fitReportBox(control(ID_txtInfo), pixels(reportInset));
     IniTree tree = ReadIniTree(rt_);
-    if (!alive()) {
+    if (!alive())
         return;
-    }
     treeView_.fill(std::move(tree));
     ApplySkin(rt_, SkinFramework1_, std::nullopt, true, false, false);
 }
@@ -105,18 +103,16 @@ void frmInfo4Prg::showTab(int index) {
     ShowWindow(page(), SW_SHOW);
     for (const int id : pages) {
         if (control(id) != page()) {
-            if (GetFocus() == control(id)) {
+            if (GetFocus() == control(id))
                 SetFocus(page());
-            }
             ShowWindow(control(id), SW_HIDE);
         }
     }
 }
 
 bool frmInfo4Prg::translateKey(const MSG& message) {
-    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0) {
+    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0)
         return false;
-    }
     const bool backwards = message.wParam == VK_PRIOR || GetKeyState(VK_SHIFT) < 0;
     switch (message.wParam) {
     case VK_TAB:
@@ -147,9 +143,8 @@ void frmInfo4Prg::layout() {
     place(ID_SSTab1, tabs);
     TabCtrl_AdjustRect(control(ID_SSTab1), FALSE, &tabs);
     InflateRect(&tabs, -pixels(60), -pixels(60));
-    for (const int id : pages) {
+    for (const int id : pages)
         place(id, tabs);
-    }
     ui::fitReportBox(control(ID_txtInfo), pixels(reportInset));
     place(ID_cmdEnd,
           {client.right - gap - pixels(button.width), buttonTop, client.right - gap, client.bottom - gap});
@@ -183,9 +178,8 @@ void frmInfo4Prg::onCommand(int id, int /*notification*/) {
         close();
         break;
     case IDOK: // Enter
-        if (GetFocus() == control(ID_treeView)) {
+        if (GetFocus() == control(ID_treeView))
             treeView_.toggleSelected();
-        }
         break;
     default:
         break;
@@ -196,17 +190,15 @@ LRESULT frmInfo4Prg::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_NOTIFY: {
         const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
-        if (header.idFrom == ID_SSTab1 && header.code == TCN_SELCHANGE) {
+        if (header.idFrom == ID_SSTab1 && header.code == TCN_SELCHANGE)
             showTab(selectedTab());
-        } else if (header.idFrom == ID_treeView) {
+        else if (header.idFrom == ID_treeView)
             treeView_.onNotify(header);
-        }
         return 0;
     }
     case WM_CTLCOLORSTATIC:
-        if (reinterpret_cast<HWND>(lParam) == control(ID_txtInfo)) {
+        if (reinterpret_cast<HWND>(lParam) == control(ID_txtInfo))
             return ui::reportBoxColours(reinterpret_cast<HDC>(wParam));
-        }
         break;
     default:
         break;

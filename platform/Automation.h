@@ -80,7 +80,8 @@ public:
     virtual Automated<ObjectRef> create(std::wstring_view progId) = 0;
 
     /// Creates an object of class `classId` ("{...}") from a DLL that need not be registered.
-    virtual Automated<ObjectRef> createFromLibrary(std::wstring_view libraryPath, std::wstring_view classId) = 0;
+    virtual Automated<ObjectRef> createFromLibrary(std::wstring_view libraryPath,
+                                                   std::wstring_view classId) = 0;
 
     /// Binds to a running service by moniker, for instance "winmgmts:".
     virtual Automated<ObjectRef> bind(std::wstring_view moniker) = 0;

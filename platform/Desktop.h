@@ -6,7 +6,9 @@
 namespace tarv {
 
 /// A window of the system; `none` stands for no window.
-enum class WindowHandle : std::uintptr_t { none = 0 };
+enum class WindowHandle : std::uintptr_t {
+    none = 0
+};
 
 /// Style values and answers of the Windows message box.
 namespace message_box {

@@ -17,8 +17,9 @@ public:
 
     /// The value, or `fallback` without its trailing blanks when the entry is missing; at most size - 1
     /// characters.
-    virtual std::wstring getString(std::wstring_view group, std::wstring_view entry, std::wstring_view fallback,
-                                   std::uint32_t size, std::wstring_view file) = 0;
+    virtual std::wstring getString(std::wstring_view group, std::wstring_view entry,
+                                   std::wstring_view fallback, std::uint32_t size,
+                                   std::wstring_view file) = 0;
 
     /// False when the file cannot be written.
     virtual bool writeString(std::wstring_view group, std::wstring_view entry, std::wstring_view value,

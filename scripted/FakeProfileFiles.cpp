@@ -93,7 +93,7 @@ void FakeProfileFiles::fill(std::wstring_view file, std::wstring_view text) {
 
 std::wstring FakeProfileFiles::text(std::wstring_view file) {
     const FakeEntry* entry = disk_.find(located(file));
-    return entry != nullptr ? FakeSystemFacts::decode(entry->bytes) : std::wstring();
+    return entry ? FakeSystemFacts::decode(entry->bytes) : std::wstring();
 }
 
 std::wstring FakeProfileFiles::getString(std::wstring_view group, std::wstring_view entry,

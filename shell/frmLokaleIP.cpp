@@ -77,9 +77,8 @@ void frmLokaleIP::applyDpi() {
 }
 
 void frmLokaleIP::onCommand(int id, int /*notification*/) {
-    if (id == ID_cmdClose) {
+    if (id == ID_cmdClose)
         close();
-    }
 }
 
 } // namespace tarv

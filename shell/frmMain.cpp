@@ -62,9 +62,8 @@ frmMain::frmMain(Runtime& rt)
 
 void frmMain::load() {
     applySkin();
-    if (!alive()) {
+    if (!alive())
         return; // ended behind a message box
-    }
     sizeStartPicture();
     centreOnScreen();
     showVersion();
@@ -120,16 +119,14 @@ void frmMain::applyDpi() {
 }
 
 void frmMain::mnuInfo_Click() {
-    if (modalOpen_) {
+    if (modalOpen_)
         return;
-    }
     const ModalFlag flag(modalOpen_);
     {
         const ui::RedrawLock lock(handle());
         frmInfo4Prg(rt_).showModal();
-        if (alive()) {
+        if (alive())
             applySkin();
-        }
     }
     if (alive()) { // without a window the whole screen would be painted anew
         RedrawWindow(handle(), nullptr, nullptr,
@@ -138,9 +135,8 @@ void frmMain::mnuInfo_Click() {
 }
 
 void frmMain::mnuSupportIPAdresse_Click() {
-    if (modalOpen_) {
+    if (modalOpen_)
         return;
-    }
     const ModalFlag flag(modalOpen_);
     frmLokaleIP(rt_, *this).showModal();
 }
@@ -149,9 +145,8 @@ void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
     RECT rect = part.rcItem;
     // Also where drawing is off: what another window uncovers shows nothing, and nothing of that window.
     FillRect(part.hDC, &rect, GetSysColorBrush(COLOR_BTNFACE));
-    if (!drawing_) {
+    if (!drawing_)
         return;
-    }
     RECT picture{};
     GetClientRect(control(ID_imgStartPic), &picture);
     const HBITMAP bitmap = startPicture_.bitmap(picture.right, picture.bottom);

@@ -10,9 +10,8 @@ bool openPatiently(HWND owner) {
     constexpr int attempts = 25;
     constexpr DWORD pause = 20; // milliseconds
     for (int attempt = 1; !OpenClipboard(owner); ++attempt) {
-        if (attempt == attempts) {
+        if (attempt == attempts)
             return false;
-        }
         Sleep(pause);
     }
     return true;
@@ -23,9 +22,8 @@ bool openPatiently(HWND owner) {
 bool copyToClipboard(HWND owner, std::wstring_view text) {
     const std::size_t bytes = text.size() * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes + sizeof(wchar_t));
-    if (!memory) {
+    if (!memory)
         return false;
-    }
     std::memcpy(GlobalLock(memory), text.data(), bytes);
     GlobalUnlock(memory);
     bool taken = false;
@@ -34,9 +32,8 @@ bool copyToClipboard(HWND owner, std::wstring_view text) {
         taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
         CloseClipboard();
     }
-    if (!taken) {
+    if (!taken)
         GlobalFree(memory); // once on the clipboard, it belongs to the system
-    }
     return taken;
 }
 

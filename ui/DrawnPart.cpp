@@ -26,9 +26,8 @@ LRESULT CALLBACK answer(HWND part, UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NCHITTEST:
         return HTTRANSPARENT;
     case WM_GETOBJECT:
-        if (static_cast<LONG>(lParam) == OBJID_QUERYCLASSNAMEIDX) {
+        if (static_cast<LONG>(lParam) == OBJID_QUERYCLASSNAMEIDX)
             return 65536 + 3; // a screen reader takes it for a static control
-        }
         break;
     case WM_SETTEXT:
         InvalidateRect(part, nullptr, FALSE);

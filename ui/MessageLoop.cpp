@@ -8,13 +8,11 @@ namespace tarv::ui {
 bool filterMessage(MSG& message) {
     const HWND root = GetAncestor(message.hwnd, GA_ROOT);
     Window* window = Window::of(root);
-    if (!window) {
+    if (!window)
         return false;
-    }
     const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-    if (key && window->translateKey(message)) {
+    if (key && window->translateKey(message))
         return true;
-    }
     return window->dialogKeys_ && IsDialogMessageW(root, &message);
 }
 
@@ -46,9 +44,8 @@ void runMessageLoop(Window& main) {
 
 ModalScope::ModalScope(const Window& window) : active_(GetActiveWindow()), disabled_(topLevelWindows()) {
     std::erase_if(disabled_, [&](HWND other) { return other == window.handle() || !IsWindowEnabled(other); });
-    for (const HWND other : disabled_) {
+    for (const HWND other : disabled_)
         EnableWindow(other, FALSE);
-    }
     if (!active_) { // the thread is in the background: what a user would see of it first
         const auto visible = std::ranges::find_if(disabled_, IsWindowVisible);
         active_ = visible == disabled_.end() ? nullptr : *visible;
@@ -56,12 +53,10 @@ ModalScope::ModalScope(const Window& window) : active_(GetActiveWindow()), disab
 }
 
 ModalScope::~ModalScope() {
-    for (const HWND window : disabled_) {
+    for (const HWND window : disabled_)
         EnableWindow(window, TRUE);
-    }
-    if (IsWindowVisible(active_)) {
+    if (IsWindowVisible(active_))
         SetActiveWindow(active_);
-    }
 }
 
 void runModal(Window& window) {

@@ -33,9 +33,8 @@ ComPtr<IStream> streamOf(int resource) {
     if (memory) {
         std::memcpy(GlobalLock(memory), LockResource(loaded), SizeofResource(nullptr, found));
         GlobalUnlock(memory);
-        if (FAILED(CreateStreamOnHGlobal(memory, TRUE, stream.receive()))) {
+        if (FAILED(CreateStreamOnHGlobal(memory, TRUE, stream.receive())))
             GlobalFree(memory);
-        }
     }
     return stream;
 }
@@ -87,38 +86,32 @@ bool Picture::fill(std::uint8_t* rows, SIZE size) {
         pixels_ = {};
         kept_ = 0;
         const ComPtr<IWICBitmapSource> source = decoderOf(enough->resource);
-        if (!source) {
+        if (!source)
             return false;
-        }
         const SIZE own = sizeOf(*source.get());
-        if (own.cx == size.cx && own.cy == size.cy) {
+        if (own.cx == size.cx && own.cy == size.cy)
             return copyPixels(*source.get(), strideOf(size), size, rows);
-        }
         pixels_ = {own.cx, own.cy, std::vector<Bgr>(static_cast<std::size_t>(own.cx * own.cy))};
-        if (!copyPixels(*source.get(), static_cast<UINT>(own.cx) * sizeof(Bgr), own, pixels_.data.data())) {
+        if (!copyPixels(*source.get(), static_cast<UINT>(own.cx) * sizeof(Bgr), own, pixels_.data.data()))
             return false;
-        }
         kept_ = enough->resource;
     }
     const Pixels shown = scaled(pixels_, size.cx, size.cy);
-    for (auto row = shown.data.begin(); row != shown.data.end(); row += size.cx, rows += strideOf(size)) {
+    for (auto row = shown.data.begin(); row != shown.data.end(); row += size.cx, rows += strideOf(size))
         std::memcpy(rows, &*row, static_cast<std::size_t>(size.cx) * sizeof(Bgr));
-    }
     return true;
 }
 
 HBITMAP Picture::bitmap(int width, int height) {
-    if (width <= 0 || height <= 0 || variants_.empty()) {
+    if (width <= 0 || height <= 0 || variants_.empty())
         return nullptr;
-    }
     if (!bitmap_ || size_.cx != width || size_.cy != height) {
         size_ = {width, height};
         const BITMAPINFO info = topDown24(size_);
         void* rows = nullptr;
         bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &rows, nullptr, 0));
-        if (bitmap_ && !fill(static_cast<std::uint8_t*>(rows), size_)) {
+        if (bitmap_ && !fill(static_cast<std::uint8_t*>(rows), size_))
             bitmap_.reset();
-        }
     }
     return bitmap_.get();
 }

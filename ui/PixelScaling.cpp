@@ -58,9 +58,8 @@ Bgr mixed(const Bgr* pixel, std::size_t stride, const std::vector<std::int32_t>&
 } // namespace
 
 Pixels scaled(const Pixels& source, int width, int height) {
-    if (width == source.width && height == source.height) {
+    if (width == source.width && height == source.height)
         return source;
-    }
     const auto columns = static_cast<std::size_t>(width);
     const auto sourceColumns = static_cast<std::size_t>(source.width);
 
@@ -70,9 +69,8 @@ Pixels scaled(const Pixels& source, int width, int height) {
     Bgr* out = rows.data();
     for (const Taps& taps : vertical) {
         const Bgr* in = source.data.data() + static_cast<std::size_t>(taps.first) * sourceColumns;
-        for (std::size_t column = 0; column < sourceColumns; ++column) {
+        for (std::size_t column = 0; column < sourceColumns; ++column)
             *out++ = mixed(in + column, sourceColumns, taps.weights);
-        }
     }
 
     const std::vector<Taps> horizontal = tapsFor(source.width, width);
@@ -80,9 +78,8 @@ Pixels scaled(const Pixels& source, int width, int height) {
     out = target.data.data();
     for (std::size_t row = 0; row < vertical.size(); ++row) {
         const Bgr* in = rows.data() + row * sourceColumns;
-        for (const Taps& taps : horizontal) {
+        for (const Taps& taps : horizontal)
             *out++ = mixed(in + taps.first, 1, taps.weights);
-        }
     }
     return target;
 }

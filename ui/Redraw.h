@@ -20,9 +20,8 @@ class RedrawLock {
 public:
     explicit RedrawLock(HWND window) : window_(window) { SetRedraw(window_, variantTrue); }
     ~RedrawLock() {
-        if (IsWindow(window_)) {
+        if (IsWindow(window_))
             SetRedraw(window_, variantFalse);
-        }
     }
     RedrawLock(const RedrawLock&) = delete;
     RedrawLock& operator=(const RedrawLock&) = delete;

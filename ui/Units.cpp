@@ -58,9 +58,8 @@ int dpiOf(HWND window) {
 
 SIZE outerSize(SIZE client, DWORD style, DWORD extendedStyle, bool menu, int dpi) {
     RECT rect{0, 0, client.cx, client.cy};
-    if (!late::AdjustWindowRectExForDpi(&rect, style, menu, extendedStyle, unsignedDpi(dpi))) {
+    if (!late::AdjustWindowRectExForDpi(&rect, style, menu, extendedStyle, unsignedDpi(dpi)))
         AdjustWindowRectEx(&rect, style, menu, extendedStyle);
-    }
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 

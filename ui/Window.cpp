@@ -71,17 +71,14 @@ Window* Window::of(HWND window) {
 }
 
 void Window::destroyAll() {
-    for (const HWND window : topLevelWindows()) {
-        if (of(window)) { // it may have gone with another one
+    for (const HWND window : topLevelWindows())
+        if (of(window)) // it may have gone with another one
             DestroyWindow(window);
-        }
-    }
 }
 
 Window::~Window() {
-    if (handle_) {
+    if (handle_)
         DestroyWindow(handle_);
-    }
 }
 
 void Window::create(WindowDescription description) {
@@ -178,9 +175,8 @@ SIZE Window::outerSizeFor(TwipsSize client) const {
 }
 
 void Window::showIcon(WPARAM kind, int metric, Icon& icon) {
-    if (iconResource_ == 0) {
+    if (iconResource_ == 0)
         return;
-    }
     Icon fresh(loadIcon(iconResource_, metric, dpi_));
     SendMessageW(handle_, WM_SETICON, kind, reinterpret_cast<LPARAM>(fresh.get()));
     icon = std::move(fresh);
@@ -197,9 +193,8 @@ void Window::showLargeIcon() {
 void Window::renewFont() {
     const LOGFONTW description = dialogFont(dpi_);
     Font fresh(CreateFontIndirectW(&description));
-    for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
         setFont(child, fresh.get());
-    }
     font_ = std::move(fresh);
 }
 
@@ -219,15 +214,13 @@ void Window::restoreFocus() {
     const HWND target = IsChild(handle_, lastFocus_) && IsWindowVisible(lastFocus_)
                             ? lastFocus_
                             : GetNextDlgTabItem(handle_, nullptr, FALSE);
-    if (target) {
+    if (target)
         SetFocus(target);
-    }
 }
 
 void Window::raiseFailure() {
-    if (const auto failure = std::exchange(failure_, nullptr)) {
+    if (const auto failure = std::exchange(failure_, nullptr))
         std::rethrow_exception(failure);
-    }
 }
 
 LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -237,11 +230,10 @@ LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND:
-        if (dialogKeys_ && LOWORD(wParam) == IDCANCEL) {
+        if (dialogKeys_ && LOWORD(wParam) == IDCANCEL)
             close();
-        } else {
+        else
             onCommand(LOWORD(wParam), HIWORD(wParam));
-        }
         return 0;
     case WM_CLOSE:
         close();
@@ -250,14 +242,12 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         showLargeIcon();
         return 0;
     case activatedDisabledMessage:
-        if (!IsWindowEnabled(handle_)) {
+        if (!IsWindowEnabled(handle_))
             bringModalToFront();
-        }
         return 0;
     case WM_SIZE:
-        if (wParam != SIZE_MINIMIZED) {
+        if (wParam != SIZE_MINIMIZED)
             layout();
-        }
         return 0;
     case WM_GETMINMAXINFO:
         if (minimumClient_.width > 0) {
@@ -278,23 +268,20 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_SYSCOLORCHANGE:
-        for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        for (HWND child = GetWindow(handle_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
             SendMessageW(child, message, wParam, lParam);
-        }
         break;
     case WM_SETCURSOR:
         if (WaitCursor::showing()) {
             SetCursor(LoadCursorW(nullptr, IDC_WAIT));
             return TRUE;
         }
-        if (static_cast<short>(LOWORD(lParam)) == HTERROR && HIWORD(lParam) == WM_LBUTTONDOWN) {
+        if (static_cast<short>(LOWORD(lParam)) == HTERROR && HIWORD(lParam) == WM_LBUTTONDOWN)
             bringModalToFront(); // all that a disabled window hears of a click
-        }
         break;
     case WM_ACTIVATE:
-        if (LOWORD(wParam) == WA_INACTIVE && IsChild(handle_, GetFocus())) {
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(handle_, GetFocus()))
             lastFocus_ = GetFocus();
-        }
         if (LOWORD(wParam) != WA_INACTIVE && !IsWindowEnabled(handle_)) {
             // By the taskbar or the task switcher. Another window can be activated once this one is.
             PostMessageW(handle_, activatedDisabledMessage, 0, 0);
@@ -305,14 +292,12 @@ LRESULT Window::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case DM_GETDEFID:
         // Enter presses the button that has the focus, and only that one.
-        if (SendMessageW(GetFocus(), WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
+        if (SendMessageW(GetFocus(), WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON))
             return MAKELRESULT(GetDlgCtrlID(GetFocus()), DC_HASDEFID);
-        }
         return 0;
     case WM_ENDSESSION:
-        if (wParam) {
+        if (wParam)
             destroyAll();
-        }
         return 0;
     default:
         break;
@@ -329,9 +314,8 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
         enableFrameScaling(handle);
     }
     auto* window = reinterpret_cast<Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
-    if (!window) {
+    if (!window)
         return DefWindowProcW(handle, message, wParam, lParam);
-    }
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
         RemovePropW(handle, ownProperty);
@@ -343,9 +327,8 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
         return window->dispatch(message, wParam, lParam);
     } catch (...) {
         // The first failure tells what went wrong; it goes on from the message loop.
-        if (!window->failure_) {
+        if (!window->failure_)
             window->failure_ = std::current_exception();
-        }
         destroyAll();
         return 0;
     }

@@ -78,9 +78,8 @@ protected:
     void moveAcrossScreens(Move move) {
         const int former = dpi_;
         move();
-        if (dpi_ != former) {
+        if (dpi_ != former)
             move();
-        }
     }
     void centreOnWorkArea(HWND reference);
     /// The control that has the focus when the window appears; otherwise the first one that can have it.

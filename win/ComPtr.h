@@ -18,9 +18,8 @@ public:
         return *this;
     }
     ~ComPtr() {
-        if (object_ != nullptr) {
+        if (object_)
             object_->Release();
-        }
     }
 
     /// Takes over a reference that the caller already counted.
@@ -31,9 +30,8 @@ public:
     }
     /// Counts a reference of its own.
     static ComPtr share(T* object) {
-        if (object != nullptr) {
+        if (object)
             object->AddRef();
-        }
         return take(object);
     }
 

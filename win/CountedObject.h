@@ -15,13 +15,11 @@ public:
     CountedObject& operator=(const CountedObject&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) {
+        if (!object)
             return E_POINTER;
-        }
         *object = nullptr;
-        if (!IsEqualIID(id, IID_IUnknown) && !IsEqualIID(id, interfaceId)) {
+        if (!IsEqualIID(id, IID_IUnknown) && !IsEqualIID(id, interfaceId))
             return E_NOINTERFACE;
-        }
         AddRef();
         *object = static_cast<Interface*>(this);
         return S_OK;
@@ -29,9 +27,8 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --references_;
-        if (left == 0) {
+        if (left == 0)
             delete this;
-        }
         return left;
     }
 
@@ -46,16 +43,14 @@ private:
 class DispatchObject : public CountedObject<IDispatch, IID_IDispatch> {
 public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) {
+        if (!count)
             return E_POINTER;
-        }
         *count = 0;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
-        if (info) {
+        if (info)
             *info = nullptr;
-        }
         return DISP_E_BADINDEX;
     }
 };

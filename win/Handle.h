@@ -28,9 +28,8 @@ public:
 
     void reset(T handle = none()) {
         const T old = std::exchange(handle_, handle);
-        if (old == none()) {
+        if (old == none())
             return;
-        }
         const DWORD lastError = GetLastError();
         close(old);
         SetLastError(lastError);

@@ -11,9 +11,8 @@ HMODULE systemLibrary(const wchar_t* name) {
 }
 
 HMODULE systemLibraryOnOldWindows7(const wchar_t* name) {
-    if (lstrcmpiW(name, L"comctl32.dll") == 0) {
+    if (lstrcmpiW(name, L"comctl32.dll") == 0)
         return LoadLibraryW(name); // the program's manifest says where it is
-    }
     wchar_t folder[MAX_PATH] = L"";
     GetSystemDirectoryW(folder, MAX_PATH);
     const std::wstring path = std::wstring(folder) + L"\\" + name;
@@ -24,9 +23,8 @@ FARPROC lateAddress(const wchar_t* library, const char* function) {
     const DWORD lastError = GetLastError();
     const HMODULE loaded = systemLibrary(library);
     const FARPROC address = loaded ? GetProcAddress(loaded, function) : nullptr;
-    if (address) {
+    if (address)
         SetLastError(lastError); // WSAGetLastError, for one, is about what happened before
-    }
     return address;
 }
 

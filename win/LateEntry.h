@@ -33,9 +33,8 @@ public:
         : library_(library), name_(name), failure_(failure) {}
 
     Result operator()(Arguments... arguments) const {
-        if (!function_) {
+        if (!function_)
             function_ = reinterpret_cast<Function>(reinterpret_cast<void*>(lateAddress(library_, name_)));
-        }
         const Function function = function_;
         return function ? function(arguments...) : static_cast<Result>(failure_);
     }

@@ -31,9 +31,8 @@ std::wstring fromAnsi(std::string_view bytes) {
 
 std::string toAnsiFileName(std::wstring_view name) {
     std::string bytes = toAnsi(name);
-    if (fromAnsi(bytes) == name) {
+    if (fromAnsi(bytes) == name)
         return bytes;
-    }
     const std::wstring longName(name);
     const std::wstring shortName = filledText(
         [&](wchar_t* buffer, DWORD size) { return GetShortPathNameW(longName.c_str(), buffer, size); });
@@ -49,14 +48,12 @@ std::wstring fullName(std::wstring_view name) {
 
 std::wstring toFileName(std::wstring_view path) {
     std::wstring name(path);
-    if (name.size() < plainNameLength || startsWith(name, L"\\\\?\\") || startsWith(name, L"\\\\.\\")) {
+    if (name.size() < plainNameLength || startsWith(name, L"\\\\?\\") || startsWith(name, L"\\\\.\\"))
         return name;
-    }
     // Behind the prefix nothing is interpreted any more, so ".", ".." and "/" have to be resolved before.
     const std::wstring full = fullName(name);
-    if (full.empty()) {
+    if (full.empty())
         return name;
-    }
     return startsWith(full, L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
@@ -64,13 +61,11 @@ std::wstring toShellName(std::wstring_view path) {
     const auto separator = path.find_last_of(L"\\/");
     const bool hasDrive = path.size() > 1 && path[1] == L':';
     std::size_t last = separator != path.npos ? separator + 1 : hasDrive ? 2 : 0;
-    if (path.substr(last) == L"." || path.substr(last) == L"..") {
+    if (path.substr(last) == L"." || path.substr(last) == L"..")
         last = path.size();
-    }
     std::wstring full = fullName(last > 0 ? path.substr(0, last) : L".");
-    if (last < path.size() && !full.ends_with(L'\\')) {
+    if (last < path.size() && !full.ends_with(L'\\'))
         full += L'\\';
-    }
     return full.append(path.substr(last));
 }
 

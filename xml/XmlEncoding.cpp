@@ -145,12 +145,12 @@ bool knowsEncodingOf(std::wstring_view xml) {
 
 std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
     const Encoding* known = encodingOf(xml);
-    return encoded(xml, known != nullptr ? *known : Encoding{L"", "", addAscii}, false);
+    return encoded(xml, known ? *known : Encoding{L"", "", addAscii}, false);
 }
 
 std::optional<std::string> encodedWithReferences(std::wstring_view xml) {
     const Encoding* known = encodingOf(xml);
-    return known != nullptr ? encoded(xml, *known, true) : std::nullopt;
+    return known ? encoded(xml, *known, true) : std::nullopt;
 }
 
 } // namespace tarv

@@ -88,10 +88,9 @@ bool canCreateParser(Runtime& rt, std::int16_t version) {
 }
 
 std::int16_t ChooseParser(Runtime& rt) {
-    for (const std::int16_t version : {std::int16_t{6}, std::int16_t{1}}) {
+    for (const std::int16_t version : {std::int16_t{6}, std::int16_t{1}})
         if (canCreateParser(rt, version))
             return version;
-    }
     return 0;
 }
 

@@ -19,10 +19,9 @@ bool equalInAnyCase(std::wstring_view a, std::wstring_view b) {
 }
 
 std::size_t findBareDeclaration(std::wstring_view xml, std::size_t from) {
-    for (auto at = xml.find(L"<?", from); at != xml.npos; at = xml.find(L"<?", at + 2)) {
+    for (auto at = xml.find(L"<?", from); at != xml.npos; at = xml.find(L"<?", at + 2))
         if (equalInAnyCase(xml.substr(at, bareDeclaration.size()), bareDeclaration))
             return at;
-    }
     return xml.npos;
 }
 

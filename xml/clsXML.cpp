@@ -15,12 +15,12 @@ namespace {
 bool given(std::optional<std::wstring_view> name, const Value& value) {
     const auto* text = std::get_if<std::wstring>(&value);
     return name && !name->empty() && !std::holds_alternative<Missing>(value) &&
-           !std::holds_alternative<Empty>(value) && (text == nullptr || !text->empty());
+           !std::holds_alternative<Empty>(value) && (!text || !text->empty());
 }
 
 bool fits(const Value& value) {
     const auto* text = std::get_if<std::wstring>(&value);
-    return text == nullptr || isXmlText(*text);
+    return !text || isXmlText(*text);
 }
 
 bool succeeded(const Automated<Empty>& answer) {

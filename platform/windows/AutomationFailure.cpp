@@ -21,11 +21,9 @@ constexpr struct {
 constexpr std::int32_t creationFailed = 429;
 
 std::int32_t numberOf(HRESULT code) {
-    for (const auto& known : numbers) {
-        if (known.code == code) {
+    for (const auto& known : numbers)
+        if (known.code == code)
             return known.number;
-        }
-    }
     return HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : static_cast<std::int32_t>(code);
 }
 
@@ -43,17 +41,15 @@ ErrorRecord failureOf(HRESULT code) {
 }
 
 ErrorRecord failureOf(HRESULT code, EXCEPINFO& info) {
-    if (code == DISP_E_EXCEPTION && info.pfnDeferredFillIn != nullptr) {
+    if (code == DISP_E_EXCEPTION && info.pfnDeferredFillIn)
         info.pfnDeferredFillIn(&info);
-    }
     ErrorRecord record{0, taken(info.bstrDescription), taken(info.bstrSource)};
     taken(info.bstrHelpFile);
     // A component gives its number either as a word of its own or as a result code.
     const HRESULT reason = code == DISP_E_EXCEPTION && FAILED(info.scode) ? info.scode : code;
     record.number = info.wCode != 0 ? info.wCode : numberOf(reason);
-    if (record.description.empty()) {
+    if (record.description.empty())
         record.description = systemMessage(static_cast<DWORD>(reason));
-    }
     return record;
 }
 

@@ -32,9 +32,8 @@ public:
     explicit ErrorDispatch(std::shared_ptr<ErrorRecord> record) : record_(std::move(record)) {}
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* asked, UINT count, LCID, DISPID* ids) override {
-        if (asked == nullptr || ids == nullptr || count == 0) {
+        if (!asked || !ids || count == 0)
             return E_INVALIDARG;
-        }
         // Further names would be names of arguments; there are none.
         std::fill_n(ids, count, DISPID_UNKNOWN);
         for (const Name& name : names) {
@@ -48,20 +47,17 @@ public:
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO*, UINT*) override {
-        const UINT count = parameters != nullptr ? parameters->cArgs : 0;
+        const UINT count = parameters ? parameters->cArgs : 0;
         if (id == Id::clear) {
-            if ((flags & DISPATCH_METHOD) == 0) {
+            if ((flags & DISPATCH_METHOD) == 0)
                 return DISP_E_MEMBERNOTFOUND;
-            }
             *record_ = {};
             return S_OK;
         }
-        if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
+        if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0)
             return count == 1 ? write(id, parameters->rgvarg[0]) : DISP_E_BADPARAMCOUNT;
-        }
-        if (count != 0) {
+        if (count != 0)
             return DISP_E_BADPARAMCOUNT;
-        }
         return read(id, result);
     }
 
@@ -72,39 +68,34 @@ private:
 
     HRESULT read(DISPID id, VARIANT* result) {
         const std::wstring* const value = text(id);
-        if (id != Id::number && value == nullptr) {
+        if (id != Id::number && !value)
             return DISP_E_MEMBERNOTFOUND;
-        }
-        if (result == nullptr) {
+        if (!result)
             return S_OK;
-        }
         VariantInit(result);
-        if (value == nullptr) {
+        if (!value) {
             result->vt = VT_I4;
             result->lVal = record_->number;
             return S_OK;
         }
         result->vt = VT_BSTR;
         result->bstrVal = Bstr(*value).detach();
-        return result->bstrVal != nullptr ? S_OK : E_OUTOFMEMORY;
+        return result->bstrVal ? S_OK : E_OUTOFMEMORY;
     }
 
     HRESULT write(DISPID id, VARIANT& value) {
         std::wstring* const target = text(id);
-        if (id != Id::number && target == nullptr) {
+        if (id != Id::number && !target)
             return DISP_E_MEMBERNOTFOUND;
-        }
         Variant converted;
         const HRESULT done =
             VariantChangeType(&converted.raw(), &value, 0, static_cast<VARTYPE>(target ? VT_BSTR : VT_I4));
-        if (FAILED(done)) {
+        if (FAILED(done))
             return done;
-        }
-        if (target != nullptr) {
+        if (target)
             target->assign(view(converted.raw().bstrVal));
-        } else {
+        else
             record_->number = converted.raw().lVal;
-        }
         return S_OK;
     }
 

@@ -33,7 +33,7 @@ private:
 /// The object behind a reference, uncounted; null for none and for an object that is not of this kind.
 IDispatch* dispatchOf(const ObjectRef& object) {
     const auto* const ours = dynamic_cast<const WindowsAutomationObject*>(object.get());
-    return ours != nullptr ? ours->dispatch() : nullptr;
+    return ours ? ours->dispatch() : nullptr;
 }
 
 /// One overload per kind of Value; the union's members are written directly, as every call passes here.
@@ -77,18 +77,16 @@ struct Store {
     }
     bool operator()(const std::wstring& value) const {
         const BSTR text = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
-        if (text == nullptr) {
+        if (!text)
             return false;
-        }
         out.vt = VT_BSTR;
         out.bstrVal = text;
         return true;
     }
     bool operator()(const ObjectRef& value) const {
         IDispatch* const object = dispatchOf(value);
-        if (object == nullptr && value) {
+        if (!object && value)
             return false;
-        }
         out.vt = VT_DISPATCH;
         out.pdispVal = ComPtr<IDispatch>::share(object).detach();
         return true;
@@ -104,9 +102,8 @@ bool loadConverted(Value& out, const VARIANT& value) {
         return SUCCEEDED(VariantCopyInd(&plain.raw(), source)) && (plain.type() & VT_BYREF) == 0 &&
                load(out, plain.raw());
     }
-    if ((value.vt & VT_ARRAY) != 0) {
+    if ((value.vt & VT_ARRAY) != 0)
         return false;
-    }
     if (SUCCEEDED(VariantChangeType(&plain.raw(), source, 0, VT_R8))) {
         out = plain.raw().dblVal;
         return true;
@@ -125,19 +122,17 @@ public:
         for (std::size_t i = 0; i < count_; ++i) {
             VARIANT& slot = first_[count_ - 1 - i];
             VariantInit(&slot);
-            if (!store(slot, values[i])) {
+            if (!store(slot, values[i]))
                 valid_ = false;
-            } else if (std::holds_alternative<ObjectByRef>(values[i])) {
+            else if (std::holds_alternative<ObjectByRef>(values[i]))
                 refer(slot);
-            }
         }
     }
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
     ~Arguments() {
-        for (std::size_t i = 0; i < count_; ++i) {
+        for (std::size_t i = 0; i < count_; ++i)
             VariantClear(&first_[i]);
-        }
     }
 
     bool valid() const { return valid_; }
@@ -180,35 +175,30 @@ HRESULT WindowsAutomationObject::identify(const Member& member, DISPID& id) {
     std::wstring terminated(name);
     LPOLESTR names = terminated.data();
     const HRESULT result = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
-    if (SUCCEEDED(result)) {
+    if (SUCCEEDED(result))
         ids_.emplace_back(std::move(terminated), id);
-    }
     return result;
 }
 
 Automated<Value> WindowsAutomationObject::invoke(const Member& member, WORD flags,
                                                  std::span<const Value> arguments) {
     DISPID id = DISPID_UNKNOWN;
-    if (const HRESULT result = identify(member, id); FAILED(result)) {
+    if (const HRESULT result = identify(member, id); FAILED(result))
         return Failure{failureOf(result)};
-    }
     Arguments passed(arguments);
-    if (!passed.valid()) {
+    if (!passed.valid())
         return mismatch();
-    }
     DISPPARAMS parameters = passed.parameters();
     Variant answer;
     EXCEPINFO info{};
     UINT wrongArgument = 0;
     const HRESULT result = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                                            &answer.raw(), &info, &wrongArgument);
-    if (FAILED(result)) {
+    if (FAILED(result))
         return Failure{failureOf(result, info)};
-    }
     Value value;
-    if (!load(value, answer.raw())) {
+    if (!load(value, answer.raw()))
         return mismatch();
-    }
     return value;
 }
 
@@ -223,13 +213,11 @@ Automated<Value> WindowsAutomationObject::get(const Member& member, std::span<co
 
 Automated<Empty> WindowsAutomationObject::put(const Member& member, const Value& value) {
     DISPID id = DISPID_UNKNOWN;
-    if (const HRESULT result = identify(member, id); FAILED(result)) {
+    if (const HRESULT result = identify(member, id); FAILED(result))
         return Failure{failureOf(result)};
-    }
     Arguments passed(std::span<const Value>(&value, 1));
-    if (!passed.valid()) {
+    if (!passed.valid())
         return mismatch();
-    }
     DISPID valueName = DISPID_PROPERTYPUT;
     DISPPARAMS parameters = passed.parameters();
     parameters.cNamedArgs = 1;
@@ -238,17 +226,15 @@ Automated<Empty> WindowsAutomationObject::put(const Member& member, const Value&
         EXCEPINFO info{};
         const HRESULT result =
             object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, nullptr, &info, nullptr);
-        if (FAILED(result)) {
+        if (FAILED(result))
             return Failure{failureOf(result, info)};
-        }
         return Empty{};
     };
     if (std::holds_alternative<ObjectRef>(value) || std::holds_alternative<ObjectByRef>(value)) {
         // An object is set by reference where the component has such a setter. A setter that ran and failed
         // is not asked a second time.
-        if (auto done = assign(DISPATCH_PROPERTYPUTREF); done || done.error().number != noSuchMember) {
+        if (auto done = assign(DISPATCH_PROPERTYPUTREF); done || done.error().number != noSuchMember)
             return done;
-        }
     }
     return assign(DISPATCH_PROPERTYPUT);
 }
@@ -260,12 +246,11 @@ Automated<std::vector<ObjectRef>> WindowsAutomationObject::items() {
     HRESULT result =
         object_->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET | DISPATCH_METHOD,
                         &none, &answer.raw(), &info, nullptr);
-    if (FAILED(result)) {
+    if (FAILED(result))
         return Failure{failureOf(result, info)};
-    }
     ComPtr<IEnumVARIANT> elements;
     const bool isObject = answer.type() == VT_UNKNOWN || answer.type() == VT_DISPATCH;
-    if (!isObject || answer.raw().punkVal == nullptr ||
+    if (!isObject || !answer.raw().punkVal ||
         FAILED(answer.raw().punkVal->QueryInterface(IID_IEnumVARIANT, elements.receiveAny()))) {
         return mismatch();
     }
@@ -273,18 +258,15 @@ Automated<std::vector<ObjectRef>> WindowsAutomationObject::items() {
     for (;;) {
         Variant element;
         result = elements->Next(1, &element.raw(), nullptr);
-        if (result != S_OK) {
+        if (result != S_OK)
             break;
-        }
         Value value;
-        if (!load(value, element.raw()) || !std::holds_alternative<ObjectRef>(value)) {
+        if (!load(value, element.raw()) || !std::holds_alternative<ObjectRef>(value))
             return mismatch();
-        }
         items.push_back(std::get<ObjectRef>(std::move(value)));
     }
-    if (FAILED(result)) {
+    if (FAILED(result))
         return Failure{failureOf(result)}; // a query may fail only when its results are fetched
-    }
     return items;
 }
 
@@ -335,21 +317,18 @@ bool load(Value& out, const VARIANT& value) {
         out.emplace<std::wstring>(view(value.bstrVal));
         return true;
     case VT_ERROR:
-        if (value.scode == DISP_E_PARAMNOTFOUND) {
+        if (value.scode == DISP_E_PARAMNOTFOUND)
             out = Missing{};
-        } else {
+        else
             out = static_cast<std::int32_t>(value.scode);
-        }
         return true;
     case VT_DISPATCH:
         out = wrapped(ComPtr<IDispatch>::share(value.pdispVal));
         return true;
     case VT_UNKNOWN: {
         ComPtr<IDispatch> object;
-        if (value.punkVal != nullptr &&
-            FAILED(value.punkVal->QueryInterface(IID_IDispatch, object.receiveAny()))) {
+        if (value.punkVal && FAILED(value.punkVal->QueryInterface(IID_IDispatch, object.receiveAny())))
             return false;
-        }
         out = wrapped(std::move(object));
         return true;
     }

@@ -14,7 +14,7 @@ void hardenProcess() {
     const HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
     const auto setDirectories = reinterpret_cast<SetDirectories>(
         reinterpret_cast<void*>(GetProcAddress(kernel, "SetDefaultDllDirectories")));
-    if (setDirectories != nullptr) {
+    if (setDirectories) {
         setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     } else {
         // Windows 7 has that function only since an update of 2011. This one takes just the current folder

@@ -22,9 +22,8 @@ using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
 HRESULT createFrom(HMODULE library, REFCLSID classId, ComPtr<IDispatch>& object) {
     const auto getClassObject = reinterpret_cast<GetClassObject>(
         reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-    if (getClassObject == nullptr) {
+    if (!getClassObject)
         return HRESULT_FROM_WIN32(GetLastError());
-    }
     ComPtr<IClassFactory> factory;
     const HRESULT result = getClassObject(classId, IID_IClassFactory, factory.receiveAny());
     return FAILED(result) ? result : factory->CreateInstance(nullptr, IID_IDispatch, object.receiveAny());
@@ -41,9 +40,8 @@ public:
             result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
                                       IID_IDispatch, object.receiveAny());
         }
-        if (FAILED(result)) {
+        if (FAILED(result))
             return Failure{cannotCreate(result, progId)};
-        }
         return wrapped(std::move(object));
     }
 
@@ -52,25 +50,21 @@ public:
         const NoSystemBoxes silence;
         const std::wstring path(libraryPath);
         CLSID id;
-        if (!isFullPath(path)) {
+        if (!isFullPath(path))
             return Failure{cannotCreate(E_INVALIDARG, libraryPath)};
-        }
-        if (const HRESULT result = CLSIDFromString(std::wstring(classId).c_str(), &id); FAILED(result)) {
+        if (const HRESULT result = CLSIDFromString(std::wstring(classId).c_str(), &id); FAILED(result))
             return Failure{cannotCreate(result, libraryPath)};
-        }
         // What the library itself imports comes from the system folder, never from its neighbours.
         ModuleHandle library(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
         if (!library && GetLastError() == ERROR_INVALID_PARAMETER) {
             library.reset(
                 LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH)); // old Windows 7
         }
-        if (!library) {
+        if (!library)
             return Failure{cannotCreate(HRESULT_FROM_WIN32(GetLastError()), libraryPath)};
-        }
         ComPtr<IDispatch> object;
-        if (const HRESULT result = createFrom(library.get(), id, object); FAILED(result)) {
+        if (const HRESULT result = createFrom(library.get(), id, object); FAILED(result))
             return Failure{cannotCreate(result, libraryPath)};
-        }
         library.release(); // its objects may live as long as the process, and so does the library
         return wrapped(std::move(object));
     }
@@ -80,9 +74,8 @@ public:
         ComPtr<IDispatch> object;
         const HRESULT result =
             CoGetObject(std::wstring(moniker).c_str(), nullptr, IID_IDispatch, object.receiveAny());
-        if (FAILED(result)) {
+        if (FAILED(result))
             return Failure{failureOf(result)};
-        }
         return wrapped(std::move(object));
     }
 

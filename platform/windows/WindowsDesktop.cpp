@@ -14,9 +14,8 @@ constexpr int mostMessages = 1000;
 constexpr ULONGLONG longestPump = 250; // milliseconds
 
 BOOL CALLBACK takeUsableWindow(HWND window, LPARAM found) {
-    if (!IsWindowVisible(window) || !IsWindowEnabled(window)) {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window))
         return TRUE;
-    }
     *reinterpret_cast<HWND*>(found) = window;
     return FALSE;
 }
@@ -25,9 +24,8 @@ BOOL CALLBACK takeUsableWindow(HWND window, LPARAM found) {
 /// owner a box could lie behind the window it belongs to.
 HWND messageOwner() {
     HWND owner = GetActiveWindow();
-    if (owner == nullptr) {
+    if (!owner)
         EnumThreadWindows(GetCurrentThreadId(), takeUsableWindow, reinterpret_cast<LPARAM>(&owner));
-    }
     return owner;
 }
 
@@ -43,16 +41,14 @@ public:
         const ULONGLONG start = GetTickCount64();
         MSG message;
         for (int handled = 0; handled < mostMessages && GetTickCount64() - start < longestPump; ++handled) {
-            if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
                 return;
-            }
             if (message.message == WM_QUIT) {
                 PostQuitMessage(static_cast<int>(message.wParam));
                 return;
             }
-            if (filter_ != nullptr && filter_(message)) {
+            if (filter_ && filter_(message))
                 continue;
-            }
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -71,9 +67,8 @@ public:
         // Boxes and dialogs of the system are windows of their own modules; the form is what they belong to.
         HWND window = GetActiveWindow();
         const auto program = reinterpret_cast<LONG_PTR>(GetModuleHandleW(nullptr));
-        while (window != nullptr && GetWindowLongPtrW(window, GWLP_HINSTANCE) != program) {
+        while (window && GetWindowLongPtrW(window, GWLP_HINSTANCE) != program)
             window = GetWindow(window, GW_OWNER);
-        }
         return toBorder(window);
     }
 

@@ -19,14 +19,12 @@ public:
     }
 
     Answer<DirectoryEntry> next() override {
-        if (state_ != 0) {
+        if (state_ != 0)
             return Failure{state_};
-        }
         DirectoryEntry entry{data_.cFileName, data_.dwFileAttributes};
         const NoSystemBoxes silence;
-        if (!FindNextFileW(search_.get(), &data_)) {
+        if (!FindNextFileW(search_.get(), &data_))
             state_ = GetLastError();
-        }
         return entry;
     }
 
@@ -40,9 +38,8 @@ private:
 /// One write call for all bytes: only then is an appended line whole among those of other writers.
 SystemCode write(HANDLE file, std::string_view bytes) {
     DWORD written = 0;
-    if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+    if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr))
         return GetLastError();
-    }
     return written == bytes.size() ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
 }
 
@@ -56,21 +53,18 @@ public:
     Answer<std::int64_t> length(std::wstring_view path) override {
         const NoSystemBoxes silence;
         WIN32_FILE_ATTRIBUTE_DATA data{};
-        if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data)) {
+        if (!GetFileAttributesExW(toFileName(path).c_str(), GetFileExInfoStandard, &data))
             return Failure{SystemCode{GetLastError()}};
-        }
-        if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
             return 0;
-        }
         return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
     }
 
     Answer<std::uint32_t> attributes(std::wstring_view path) override {
         const NoSystemBoxes silence;
         const DWORD attributes = GetFileAttributesW(toFileName(path).c_str());
-        if (attributes == INVALID_FILE_ATTRIBUTES) {
+        if (attributes == INVALID_FILE_ATTRIBUTES)
             return Failure{SystemCode{GetLastError()}};
-        }
         return std::uint32_t{attributes};
     }
 
@@ -92,9 +86,8 @@ public:
         // Opened and cut instead of created anew: creating refuses a hidden file and drops its attributes.
         const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                           OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (!file || !SetEndOfFile(file.get())) {
+        if (!file || !SetEndOfFile(file.get()))
             return GetLastError();
-        }
         return write(file.get(), bytes);
     }
 

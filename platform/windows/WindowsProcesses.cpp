@@ -45,9 +45,8 @@ public:
         if (isBatchFile(request.applicationName) &&
             request.commandLine.starts_with(request.applicationName)) {
             // The interpreter would start and report a missing file in a window of its own.
-            if (!isThere(request.applicationName)) {
+            if (!isThere(request.applicationName))
                 return Failure{SystemCode{GetLastError()}};
-            }
             return create(throughInterpreter(request));
         }
         STARTUPINFOW startup{};
@@ -94,9 +93,8 @@ public:
     }
 
     void close(KernelHandle handle) override {
-        if (handle != KernelHandle::none) {
+        if (handle != KernelHandle::none)
             CloseHandle(toSystem(handle));
-        }
     }
 };
 

@@ -38,9 +38,8 @@ std::wstring toShellNames(std::wstring list) {
     std::wstring names;
     for (const wchar_t* name = list.c_str(); *name != L'\0'; name += std::wcslen(name) + 1) {
         const std::wstring full = toShellName(name);
-        if (full.size() >= MAX_PATH) {
+        if (full.size() >= MAX_PATH)
             return {};
-        }
         names.append(full).append(1, L'\0');
     }
     return names.append(1, L'\0');
@@ -51,9 +50,8 @@ public:
     ShellFileResult fileOperation(const ShellFileRequest& request) override {
         const std::wstring source = toShellNames(request.source);
         const std::wstring target = toShellNames(request.target);
-        if (source.empty() || target.empty()) {
+        if (source.empty() || target.empty())
             return {pathTooDeep, false};
-        }
         SHFILEOPSTRUCTW operation{};
         operation.wFunc = request.operation;
         operation.pFrom = source.c_str();
@@ -70,13 +68,11 @@ public:
         info.lpszTitle = request.title.c_str();
         info.ulFlags = request.flags;
         const ItemList chosen(late::SHBrowseForFolderW(&info));
-        if (!chosen) {
+        if (!chosen)
             return Failure{SystemCode{ERROR_CANCELLED}};
-        }
         wchar_t path[MAX_PATH] = L"";
-        if (!late::SHGetPathFromIDListW(chosen.get(), path)) {
+        if (!late::SHGetPathFromIDListW(chosen.get(), path))
             return Failure{SystemCode{ERROR_BAD_PATHNAME}};
-        }
         return std::wstring(path);
     }
 

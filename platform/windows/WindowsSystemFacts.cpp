@@ -35,9 +35,8 @@ public:
     SocketLibrary(const SocketLibrary&) = delete;
     SocketLibrary& operator=(const SocketLibrary&) = delete;
     ~SocketLibrary() {
-        if (code_ == 0) {
+        if (code_ == 0)
             late::WSACleanup();
-        }
     }
     int code() const { return code_; }
 
@@ -65,11 +64,9 @@ public:
     std::vector<std::wstring> environment() override {
         std::vector<std::wstring> all;
         const EnvironmentBlock block(GetEnvironmentStringsW());
-        if (block) {
-            for (const wchar_t* entry = block.get(); *entry != L'\0'; entry += all.back().size() + 1) {
+        if (block)
+            for (const wchar_t* entry = block.get(); *entry != L'\0'; entry += all.back().size() + 1)
                 all.emplace_back(entry);
-            }
-        }
         return all;
     }
 
@@ -89,18 +86,16 @@ public:
         // Read from the loaded resource itself: the version functions would need one more DLL, and one that
         // Windows takes from the program folder when somebody puts it there.
         const HRSRC found = FindResourceW(nullptr, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
-        const HGLOBAL loaded = found != nullptr ? LoadResource(nullptr, found) : nullptr;
-        const void* const data = loaded != nullptr ? LockResource(loaded) : nullptr;
+        const HGLOBAL loaded = found ? LoadResource(nullptr, found) : nullptr;
+        const void* const data = loaded ? LockResource(loaded) : nullptr;
         // Three words and the key "VS_VERSION_INFO" with its NUL, filled up to the next 32-bit boundary.
         constexpr std::size_t fixedInfoOffset = 40;
         VS_FIXEDFILEINFO info{};
-        if (data == nullptr || SizeofResource(nullptr, found) < fixedInfoOffset + sizeof info) {
+        if (!data || SizeofResource(nullptr, found) < fixedInfoOffset + sizeof info)
             return {};
-        }
         std::memcpy(&info, static_cast<const std::byte*>(data) + fixedInfoOffset, sizeof info);
-        if (info.dwSignature != VS_FFI_SIGNATURE) {
+        if (info.dwSignature != VS_FFI_SIGNATURE)
             return {};
-        }
         return {HIWORD(info.dwFileVersionMS), LOWORD(info.dwFileVersionMS), HIWORD(info.dwFileVersionLS)};
     }
 
@@ -120,18 +115,16 @@ public:
     Answer<std::wstring> computerName() override {
         std::string buffer(nameBufferSize, ' ');
         DWORD size = nameBufferSize;
-        if (!GetComputerNameA(buffer.data(), &size)) {
+        if (!GetComputerNameA(buffer.data(), &size))
             return Failure{SystemCode{GetLastError()}};
-        }
         return tarv::fromAnsi(buffer.substr(0, size));
     }
 
     Answer<std::wstring> userName() override {
         std::string buffer(nameBufferSize, ' ');
         DWORD size = nameBufferSize;
-        if (!GetUserNameA(buffer.data(), &size)) {
+        if (!GetUserNameA(buffer.data(), &size))
             return Failure{SystemCode{GetLastError()}};
-        }
         return tarv::fromAnsi(
             buffer.substr(0, size > 0 ? size - 1 : 0)); // this call counts the terminating NUL
     }
@@ -148,44 +141,32 @@ public:
 
     Answer<std::wstring> localAddress() override {
         const SocketLibrary library;
-        if (library.code() != 0) {
+        if (library.code() != 0)
             return Failure{static_cast<SystemCode>(library.code())};
-        }
         char host[256]; // NI_MAXHOST is longer than any name the system gives
-        if (late::gethostname(host, static_cast<int>(sizeof host)) != 0) {
+        if (late::gethostname(host, static_cast<int>(sizeof host)) != 0)
             return Failure{static_cast<SystemCode>(late::WSAGetLastError())};
-        }
         addrinfo wanted{};
         wanted.ai_family = AF_INET;
         wanted.ai_socktype = SOCK_STREAM;
         addrinfo* found = nullptr;
         // The host's own name is answered by the socket library itself, so a missing network does not delay
         // it.
-        if (const int code = late::getaddrinfo(host, nullptr, &wanted, &found); code != 0) {
+        if (const int code = late::getaddrinfo(host, nullptr, &wanted, &found); code != 0)
             return Failure{static_cast<SystemCode>(code)};
-        }
         const AddressList addresses(found);
-        if (!addresses || found->ai_addrlen < sizeof(sockaddr_in)) {
+        if (!addresses || found->ai_addrlen < sizeof(sockaddr_in))
             return Failure{SystemCode{WSANO_DATA}};
-        }
         return dotted(*reinterpret_cast<const sockaddr_in*>(found->ai_addr));
     }
 
-    std::wstring decimalSeparator() override {
-        return localeText(LOCALE_SDECIMAL);
-    }
+    std::wstring decimalSeparator() override { return localeText(LOCALE_SDECIMAL); }
 
-    std::wstring thousandsSeparator() override {
-        return localeText(LOCALE_STHOUSAND);
-    }
+    std::wstring thousandsSeparator() override { return localeText(LOCALE_STHOUSAND); }
 
-    std::string toAnsi(std::wstring_view text) override {
-        return tarv::toAnsi(text);
-    }
+    std::string toAnsi(std::wstring_view text) override { return tarv::toAnsi(text); }
 
-    std::wstring fromAnsi(std::string_view bytes) override {
-        return tarv::fromAnsi(bytes);
-    }
+    std::wstring fromAnsi(std::string_view bytes) override { return tarv::fromAnsi(bytes); }
 };
 
 } // namespace

@@ -23,12 +23,10 @@ Failure<ErrorRecord> failed(HRESULT code, IUnknown* object, REFIID interfaceId) 
         support->InterfaceSupportsErrorInfo(interfaceId) == S_OK && GetErrorInfo(0, info.receive()) == S_OK) {
         Bstr description;
         Bstr source;
-        if (SUCCEEDED(info->GetDescription(description.receive())) && !description.text().empty()) {
+        if (SUCCEEDED(info->GetDescription(description.receive())) && !description.text().empty())
             record.description = description.text();
-        }
-        if (SUCCEEDED(info->GetSource(source.receive()))) {
+        if (SUCCEEDED(info->GetSource(source.receive())))
             record.source = source.text();
-        }
     }
     return Failure{std::move(record)};
 }
@@ -66,17 +64,15 @@ private:
     Failure<ErrorRecord> refused(HRESULT code) const { return failed(code, node_.get(), IID_IXMLDOMNode); }
 
     Automated<Empty> done(HRESULT code) const {
-        if (FAILED(code)) {
+        if (FAILED(code))
             return refused(code);
-        }
         return Empty{};
     }
 
     Automated<std::wstring> received(HRESULT (STDMETHODCALLTYPE IXMLDOMNode::*property)(BSTR*)) const {
         Bstr text;
-        if (const HRESULT result = (node_.get()->*property)(text.receive()); FAILED(result)) {
+        if (const HRESULT result = (node_.get()->*property)(text.receive()); FAILED(result))
             return refused(result);
-        }
         return text.text();
     }
 
@@ -93,29 +89,25 @@ IXMLDOMNode* interfaceOf(const XmlNode& node) {
 
 Automated<XmlNodeRef> WindowsXmlNode::selectSingleNode(std::wstring_view path) {
     ComPtr<IXMLDOMNode> found;
-    if (const HRESULT result = node_->selectSingleNode(Bstr(path).get(), found.receive()); FAILED(result)) {
+    if (const HRESULT result = node_->selectSingleNode(Bstr(path).get(), found.receive()); FAILED(result))
         return refused(result);
-    }
     return wrapped(std::move(found));
 }
 
 Automated<std::int32_t> WindowsXmlNode::countNodes(std::wstring_view path) {
     ComPtr<IXMLDOMNodeList> list;
-    if (const HRESULT result = node_->selectNodes(Bstr(path).get(), list.receive()); FAILED(result)) {
+    if (const HRESULT result = node_->selectNodes(Bstr(path).get(), list.receive()); FAILED(result))
         return refused(result);
-    }
     long length = 0;
-    if (const HRESULT result = list ? list->get_length(&length) : S_OK; FAILED(result)) {
+    if (const HRESULT result = list ? list->get_length(&length) : S_OK; FAILED(result))
         return failed(result, list.get(), IID_IXMLDOMNodeList);
-    }
     return std::int32_t{length};
 }
 
 Automated<XmlNodeRef> WindowsXmlNode::parentNode() {
     ComPtr<IXMLDOMNode> parent;
-    if (const HRESULT result = node_->get_parentNode(parent.receive()); FAILED(result)) {
+    if (const HRESULT result = node_->get_parentNode(parent.receive()); FAILED(result))
         return refused(result);
-    }
     return wrapped(std::move(parent));
 }
 
@@ -129,45 +121,37 @@ Automated<Empty> WindowsXmlNode::removeChild(XmlNode& child) {
 
 Automated<Value> WindowsXmlNode::getAttribute(std::wstring_view name) {
     ComPtr<IXMLDOMElement> element;
-    if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny()))) {
+    if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny())))
         return notAnElement();
-    }
     Variant attribute;
     const HRESULT result = element->getAttribute(Bstr(name).get(), &attribute.raw());
-    if (FAILED(result)) {
+    if (FAILED(result))
         return failed(result, element.get(), IID_IXMLDOMElement);
-    }
     Value value = Null{};
-    if (!load(value, attribute.raw())) {
+    if (!load(value, attribute.raw()))
         return Failure{failureOf(DISP_E_TYPEMISMATCH)};
-    }
     return value;
 }
 
 Automated<Empty> WindowsXmlNode::setAttribute(std::wstring_view name, const Value& value) {
     ComPtr<IXMLDOMElement> element;
-    if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny()))) {
+    if (FAILED(node_->QueryInterface(IID_IXMLDOMElement, element.receiveAny())))
         return notAnElement();
-    }
     Variant attribute;
-    if (!store(attribute.raw(), value)) {
+    if (!store(attribute.raw(), value))
         return Failure{failureOf(DISP_E_TYPEMISMATCH)};
-    }
     const HRESULT result = element->setAttribute(Bstr(name).get(), attribute.raw());
-    if (FAILED(result)) {
+    if (FAILED(result))
         return failed(result, element.get(), IID_IXMLDOMElement);
-    }
     return Empty{};
 }
 
 Automated<Empty> WindowsXmlNode::removeAttribute(std::wstring_view name) {
     ComPtr<IXMLDOMNamedNodeMap> attributes;
-    if (const HRESULT result = node_->get_attributes(attributes.receive()); FAILED(result)) {
+    if (const HRESULT result = node_->get_attributes(attributes.receive()); FAILED(result))
         return refused(result);
-    }
-    if (!attributes) {
+    if (!attributes)
         return Failure{ErrorRecord{91, L"Objektvariable nicht festgelegt", L""}};
-    }
     ComPtr<IXMLDOMNode> removed;
     if (const HRESULT result = attributes->removeNamedItem(Bstr(name).get(), removed.receive());
         FAILED(result)) {
@@ -202,9 +186,8 @@ private:
     }
 
     Automated<Empty> done(HRESULT code) const {
-        if (FAILED(code)) {
+        if (FAILED(code))
             return refused(code);
-        }
         return Empty{};
     }
 
@@ -213,30 +196,26 @@ private:
 
 Automated<bool> WindowsXmlDocument::load(std::wstring_view path) {
     Variant source;
-    if (!store(source.raw(), std::wstring(path))) {
+    if (!store(source.raw(), std::wstring(path)))
         return refused(E_OUTOFMEMORY);
-    }
     VARIANT_BOOL loaded = VARIANT_FALSE;
     const NoSystemBoxes silence;
-    if (const HRESULT result = document_->load(source.raw(), &loaded); FAILED(result)) {
+    if (const HRESULT result = document_->load(source.raw(), &loaded); FAILED(result))
         return refused(result);
-    }
     return loaded != VARIANT_FALSE;
 }
 
 Automated<bool> WindowsXmlDocument::loadXml(std::wstring_view text) {
     VARIANT_BOOL loaded = VARIANT_FALSE;
-    if (const HRESULT result = document_->loadXML(Bstr(text).get(), &loaded); FAILED(result)) {
+    if (const HRESULT result = document_->loadXML(Bstr(text).get(), &loaded); FAILED(result))
         return refused(result);
-    }
     return loaded != VARIANT_FALSE;
 }
 
 Automated<XmlParseError> WindowsXmlDocument::parseError() {
     ComPtr<IXMLDOMParseError> error;
-    if (const HRESULT result = document_->get_parseError(error.receive()); FAILED(result)) {
+    if (const HRESULT result = document_->get_parseError(error.receive()); FAILED(result))
         return refused(result);
-    }
     // A part that the component does not know stays 0 or empty.
     long code = 0;
     long line = 0;
@@ -253,34 +232,29 @@ Automated<XmlParseError> WindowsXmlDocument::parseError() {
 
 Automated<std::wstring> WindowsXmlDocument::xml() {
     Bstr text;
-    if (const HRESULT result = document_->get_xml(text.receive()); FAILED(result)) {
+    if (const HRESULT result = document_->get_xml(text.receive()); FAILED(result))
         return refused(result);
-    }
     return text.text();
 }
 
 Automated<XmlNodeRef> WindowsXmlDocument::documentElement() {
     ComPtr<IXMLDOMElement> element;
-    if (const HRESULT result = document_->get_documentElement(element.receive()); FAILED(result)) {
+    if (const HRESULT result = document_->get_documentElement(element.receive()); FAILED(result))
         return refused(result);
-    }
     return wrapped(ComPtr<IXMLDOMNode>::take(element.detach()));
 }
 
 Automated<XmlNodeRef> WindowsXmlDocument::createElement(std::wstring_view name) {
     ComPtr<IXMLDOMElement> element;
-    if (const HRESULT result = document_->createElement(Bstr(name).get(), element.receive());
-        FAILED(result)) {
+    if (const HRESULT result = document_->createElement(Bstr(name).get(), element.receive()); FAILED(result))
         return refused(result);
-    }
     return wrapped(ComPtr<IXMLDOMNode>::take(element.detach()));
 }
 
 Automated<Empty> WindowsXmlDocument::save(std::wstring_view path) {
     Variant target;
-    if (!store(target.raw(), std::wstring(path))) {
+    if (!store(target.raw(), std::wstring(path)))
         return refused(E_OUTOFMEMORY);
-    }
     const NoSystemBoxes silence;
     return done(document_->save(target.raw()));
 }
@@ -296,9 +270,8 @@ public:
             result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
                                       document.receiveAny());
         }
-        if (FAILED(result)) {
+        if (FAILED(result))
             return Failure{cannotCreate(result, progId)};
-        }
         return XmlDocumentRef(std::make_unique<WindowsXmlDocument>(std::move(document)));
     }
 };

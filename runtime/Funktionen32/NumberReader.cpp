@@ -127,10 +127,9 @@ std::int64_t readExponent(Scanner& scanner) {
     if (!negative)
         scanner.accept(L'+');
     std::int64_t exponent = 0;
-    for (wchar_t c = scanner.peek(); isDigit(c); scanner.advance(), c = scanner.peek()) {
+    for (wchar_t c = scanner.peek(); isDigit(c); scanner.advance(), c = scanner.peek())
         if (exponent < exponentLimit)
             exponent = exponent * 10 + (c - L'0');
-    }
     return negative ? -exponent : exponent;
 }
 

@@ -31,7 +31,7 @@ struct Picture {
 
 constexpr Picture picture(std::wstring_view text) {
     Picture result;
-    for (const wchar_t c : text) {
+    for (const wchar_t c : text)
         if (c == L'.')
             result.point = true;
         else if (c != L'0' && c != L'#')
@@ -40,7 +40,6 @@ constexpr Picture picture(std::wstring_view text) {
             result.wholeDigits += c == L'0' || result.wholeDigits > 0 ? 1 : 0;
         else if (++result.mostPlaces; c == L'0')
             result.places = result.mostPlaces;
-    }
     return result;
 }
 

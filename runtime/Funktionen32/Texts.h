@@ -20,8 +20,8 @@ std::wstring lowerCase(std::wstring_view text);
 /// The text up to its first NUL.
 std::wstring_view untilNul(std::wstring_view text);
 
-/// 1-based positions as the suite counts them are for its documented interfaces; inside, text is cut with this:
-/// the name behind the last "\" or, without one, behind the last ":".
+/// 1-based positions as the suite counts them are for its documented interfaces; inside, text is cut with
+/// this: the name behind the last "\" or, without one, behind the last ":".
 std::wstring_view fileNamePart(std::wstring_view path);
 
 } // namespace tarv

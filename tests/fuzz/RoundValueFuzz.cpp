@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Value negative = -number;
     const Value result = RoundValue(rt, value, decimals, flag);
     const Value mirrored = RoundValue(rt, negative, decimals, flag);
-    if (const double* rounded = std::get_if<double>(&result); rounded != nullptr && std::isfinite(number))
+    if (const double* rounded = std::get_if<double>(&result); rounded && std::isfinite(number))
         require(std::isfinite(*rounded) && std::get<double>(mirrored) == -*rounded);
     RoundValue(rt, value, 2, otherFlag);
 

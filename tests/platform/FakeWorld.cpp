@@ -19,7 +19,7 @@ public:
     }
     std::optional<std::string> bytes(const std::wstring& path) override {
         const FakeEntry* entry = fake_.disk.find(path);
-        return entry != nullptr ? std::optional(entry->bytes) : std::nullopt;
+        return entry ? std::optional(entry->bytes) : std::nullopt;
     }
     void setVariable(const std::wstring& name, const std::wstring& text) override {
         fake_.facts.setVariable(name, text);

@@ -172,9 +172,7 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
              (void)border.automation->createFromLibrary(file, L"{00000000-0000-0000-0000-000000000000}");
          }},
         {"started program",
-         [&] {
-             (void)border.processes->create({world->missingProgram(), L"a", false, 0, {}});
-         }},
+         [&] { (void)border.processes->create({world->missingProgram(), L"a", false, 0, {}}); }},
     };
     DWORD before = 0;
     SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &before);

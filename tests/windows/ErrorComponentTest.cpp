@@ -2,15 +2,15 @@
 
 #include "components/rk_Runtime/ErrorDialog.h"
 #include "platform/Automation.h"
-#include "win/ComPtr.h"
-#include "win/CountedObject.h"
-#include "win/Variant.h"
 #include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/ErrorReport.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
 #include "tests/windows/User.h"
 #include "tools/driver/Surroundings.h"
+#include "win/ComPtr.h"
+#include "win/CountedObject.h"
+#include "win/Variant.h"
 
 #include <algorithm>
 #include <atomic>
@@ -101,7 +101,8 @@ void CALLBACK lookAtClipboard(HWND, UINT, UINT_PTR timer, DWORD) {
     afterCopy(text);
 }
 
-/// Presses Ctrl+C wherever the focus is, and goes on with what has been copied once the window has heard of it.
+/// Presses Ctrl+C wherever the focus is, and goes on with what has been copied once the window has heard of
+/// it.
 void pressCopy(std::function<void(std::wstring)> then) {
     afterCopy = std::move(then);
     pressControl(true);

@@ -22,9 +22,8 @@ int userObjects() {
         menu = CreateMenu();
         places = std::max(places, (LOWORD(reinterpret_cast<UINT_PTR>(menu)) - firstHandle) / 2 + 1);
     }
-    for (const HMENU menu : menus) {
+    for (const HMENU menu : menus)
         DestroyMenu(menu);
-    }
     return places - static_cast<int>(menus.size());
 }
 

@@ -34,16 +34,13 @@ std::wstring environmentBlock(std::map<std::wstring, std::wstring> changes) {
         const std::wstring name = line.substr(0, line.find(L'=', 1));
         const bool changed = std::any_of(changes.begin(), changes.end(),
                                          [&](const auto& change) { return sameName(change.first, name); });
-        if (!changed) {
+        if (!changed)
             block += line + L'\0';
-        }
     }
     FreeEnvironmentStringsW(all);
-    for (const auto& [name, value] : changes) {
-        if (!value.empty()) {
+    for (const auto& [name, value] : changes)
+        if (!value.empty())
             block += name + L'=' + value + L'\0';
-        }
-    }
     return block + L'\0';
 }
 
@@ -75,9 +72,8 @@ BOOL CALLBACK takeMatching(HWND window, LPARAM parameter) {
 bool waitUntil(const std::function<bool()>& condition, DWORD milliseconds) {
     const ULONGLONG deadline = GetTickCount64() + milliseconds;
     while (!condition()) {
-        if (GetTickCount64() > deadline) {
+        if (GetTickCount64() > deadline)
             return false;
-        }
         Sleep(20);
     }
     return true;
@@ -94,9 +90,8 @@ ProgramDriver::ProgramDriver(const std::wstring& program,
 }
 
 ProgramDriver::~ProgramDriver() {
-    if (!process_.hProcess) {
+    if (!process_.hProcess)
         return;
-    }
     if (!ended(0)) {
         TerminateProcess(process_.hProcess, 99);
         WaitForSingleObject(process_.hProcess, answerTime);
@@ -147,9 +142,8 @@ bool ProgramDriver::ready(HWND window, DWORD milliseconds) {
     return waitUntil(
         [&] {
             answerBoxes();
-            if (!IsWindowEnabled(window)) {
+            if (!IsWindowEnabled(window))
                 return false;
-            }
             // Answered in the message loop, or in that of a box that disables the window.
             ask(window, WM_NULL, 0, 0);
             return IsWindowEnabled(window) != FALSE;
@@ -186,9 +180,8 @@ void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
         return process == process_.dwProcessId;
     };
     for (const int key : keys) {
-        if (!waitUntil(inFront, 2000)) {
+        if (!waitUntil(inFront, 2000))
             return;
-        }
         std::vector<INPUT> inputs;
         const auto add = [&](int code, DWORD flags) {
             INPUT input{};
@@ -198,14 +191,12 @@ void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
             input.ki.dwFlags = flags;
             inputs.push_back(input);
         };
-        if (key < 0) {
+        if (key < 0)
             add(VK_CONTROL, 0);
-        }
         add(std::abs(key), 0);
         add(std::abs(key), KEYEVENTF_KEYUP);
-        if (key < 0) {
+        if (key < 0)
             add(VK_CONTROL, KEYEVENTF_KEYUP);
-        }
         SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
         // A thread paints when nothing else waits for it: by then it has handled the key.
         InvalidateRect(window, nullptr, FALSE);
@@ -240,9 +231,8 @@ int ProgramDriver::dpi(HWND window) {
     // Since Windows 10; before it, all screens had that of the first.
     const auto ofWindow = reinterpret_cast<UINT(WINAPI*)(HWND)>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "GetDpiForWindow")));
-    if (ofWindow) {
+    if (ofWindow)
         return static_cast<int>(ofWindow(window));
-    }
     const HDC screen = GetDC(nullptr);
     const int ofScreen = GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
@@ -297,9 +287,8 @@ std::vector<TreeNode> ProgramDriver::tree(HWND treeView, std::size_t mostGroups)
          group = next(TVGN_NEXT, group)) {
         ask(treeView, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(group));
         nodes.push_back({text(group), {}});
-        for (HTREEITEM entry = next(TVGN_CHILD, group); entry; entry = next(TVGN_NEXT, entry)) {
+        for (HTREEITEM entry = next(TVGN_CHILD, group); entry; entry = next(TVGN_NEXT, entry))
             nodes.back().children.push_back(text(entry));
-        }
     }
     return nodes;
 }

@@ -41,9 +41,8 @@ bool write(const Shot& shot, const std::wstring& file) {
     const DWORD start = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
     const BITMAPFILEHEADER header{signature, start + pixelBytes, 0, 0, start};
     const HANDLE out = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    if (out == INVALID_HANDLE_VALUE) {
+    if (out == INVALID_HANDLE_VALUE)
         return false;
-    }
     DWORD written = 0;
     const bool complete = WriteFile(out, &header, sizeof header, &written, nullptr) &&
                           WriteFile(out, &shot.header, sizeof shot.header, &written, nullptr) &&

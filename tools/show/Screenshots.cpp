@@ -1,12 +1,12 @@
-// tarv_screenshots PROGRAM FOLDER: takes the pictures of the handbook. It drives the program through its windows
-// and menus, shows the error display of the rk_Runtime.dll beside it, and ends. The last line is "screenshots
-// complete" when all of it went well.
+// tarv_screenshots PROGRAM FOLDER: takes the pictures of the handbook. It drives the program through its
+// windows and menus, shows the error display of the rk_Runtime.dll beside it, and ends. The last line is
+// "screenshots complete" when all of it went well.
 
 #include "app/resource.h"
 #include "platform/Automation.h"
+#include "platform/ErrorDisplay.h"
 #include "platform/Platform.h"
 #include "platform/windows/WindowsPlatform.h"
-#include "platform/ErrorDisplay.h"
 #include "tools/driver/ProgramDriver.h"
 
 #include <commctrl.h>
@@ -35,7 +35,8 @@ struct Screenshots {
 bool menuOpen(HWND window) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
-    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) && (info.flags & GUI_INMENUMODE);
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+           (info.flags & GUI_INMENUMODE);
 }
 
 void showProgram(const wchar_t* path, Screenshots& pictures) {
@@ -88,14 +89,15 @@ HWND ownerLike(const std::wstring& program) {
     for (const WPARAM kind : {WPARAM{ICON_BIG}, WPARAM{ICON_SMALL}}) {
         const int size = GetSystemMetrics(kind == ICON_BIG ? SM_CXICON : SM_CXSMICON);
         SendMessageW(owner, WM_SETICON, kind,
-                     reinterpret_cast<LPARAM>(LoadImageW(file, MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON, size,
-                                                         size, LR_DEFAULTCOLOR)));
+                     reinterpret_cast<LPARAM>(LoadImageW(file, MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON,
+                                                         size, size, LR_DEFAULTCOLOR)));
     }
     SetForegroundWindow(owner);
     return owner;
 }
 
-/// Shows one report of the error display on a thread of its own, as a program of the suite would, and answers it.
+/// Shows one report of the error display on a thread of its own, as a program of the suite would, and answers
+/// it.
 void showReport(const std::wstring& library, const wchar_t* method, int button, const wchar_t* name,
                 Screenshots& pictures) {
     std::thread user([&] {

@@ -1,5 +1,6 @@
-// tarv_show PROGRAM FOLDER: starts the program, opens all its windows, prints report and tree, saves pictures of
-// the chief ones into FOLDER, and ends the program. The last line is "show complete" when all of it went well.
+// tarv_show PROGRAM FOLDER: starts the program, opens all its windows, prints report and tree, saves pictures
+// of the chief ones into FOLDER, and ends the program. The last line is "show complete" when all of it went
+// well.
 
 #include "app/resource.h"
 #include "tools/driver/ProgramDriver.h"
@@ -34,38 +35,32 @@ int fail(const wchar_t* what) {
 
 int wmain(int count, wchar_t** arguments) {
     using tarv::program::ProgramDriver;
-    if (count != 3) {
+    if (count != 3)
         return fail(L"two arguments are needed: program and folder");
-    }
     const std::wstring folder = std::wstring(arguments[2]) + L"\\";
     ProgramDriver program(arguments[1]);
     const HWND mainWindow = program.window(L"frmMain");
-    if (!mainWindow) {
+    if (!mainWindow)
         return fail(L"the main window does not appear");
-    }
     print(ProgramDriver::text(mainWindow) + L", " +
           ProgramDriver::text(GetDlgItem(mainWindow, ID_lblVersion)) + L"\n\n");
-    if (!ProgramDriver::savePicture(mainWindow, folder + L"frmMain.bmp")) {
+    if (!ProgramDriver::savePicture(mainWindow, folder + L"frmMain.bmp"))
         return fail(L"the picture of the main window cannot be written");
-    }
 
     // The entry is hidden, its command is not.
     program.command(mainWindow, ID_mnuSupportIPAdresse);
     const HWND address = program.window(L"frmLokaleIP");
     program.command(address, ID_cmdClose);
-    if (!address || !program.gone(address)) {
+    if (!address || !program.gone(address))
         return fail(L"the address window does not open and close");
-    }
 
     program.command(mainWindow, ID_mnuInfo);
     const HWND infoCentre = program.window(L"frmInfo4Prg");
-    if (!infoCentre) {
+    if (!infoCentre)
         return fail(L"the info centre does not appear");
-    }
     print(withoutCarriageReturns(ProgramDriver::text(GetDlgItem(infoCentre, ID_txtInfo))));
-    if (!ProgramDriver::savePicture(infoCentre, folder + L"frmInfo4Prg-Info.bmp")) {
+    if (!ProgramDriver::savePicture(infoCentre, folder + L"frmInfo4Prg-Info.bmp"))
         return fail(L"the picture of the report cannot be written");
-    }
 
     const HWND tabs = GetDlgItem(infoCentre, ID_SSTab1);
     SendMessageW(tabs, TCM_SETCURFOCUS, 1, 0);
@@ -73,26 +68,21 @@ int wmain(int count, wchar_t** arguments) {
     const auto nodes = program.tree(tree);
     for (const auto& node : nodes) {
         print(node.text + L"\n");
-        for (const std::wstring& entry : node.children) {
+        for (const std::wstring& entry : node.children)
             print(L"    " + entry + L"\n");
-        }
     }
     SendMessageW(tree, TVM_ENSUREVISIBLE, 0, SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
-    if (!ProgramDriver::savePicture(infoCentre, folder + L"frmInfo4Prg-INI-Datei.bmp")) {
+    if (!ProgramDriver::savePicture(infoCentre, folder + L"frmInfo4Prg-INI-Datei.bmp"))
         return fail(L"the picture of the tree cannot be written");
-    }
-    for (const std::wstring& box : program.boxes()) {
+    for (const std::wstring& box : program.boxes())
         print(L"Message: " + box + L"\n");
-    }
 
     program.command(infoCentre, ID_cmdEnd);
-    if (!program.gone(infoCentre)) {
+    if (!program.gone(infoCentre))
         return fail(L"the info centre does not close");
-    }
     program.command(mainWindow, ID_mnuFileExit);
-    if (!program.ended()) {
+    if (!program.ended())
         return fail(L"the program does not end");
-    }
     print(L"show complete\n");
     return 0;
 }

@@ -120,9 +120,9 @@ TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
     EXPECT_EQ(numberText(1e300, L"."), L"1" + std::wstring(300, L'0'));
     EXPECT_EQ(numberText(5e-324, L".").substr(320), L"00000494065645841247");
     EXPECT_EQ(formatted(0.25, L"0." + zeros.substr(0, 300), {}), L"0.25" + zeros.substr(0, 298));
-    if (sizeof(void*) == 4) { // 64-bit programs have the memory
-        EXPECT_EQ(PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false), L"abc");
-    }
+    const bool enoughMemory = sizeof(void*) == 8;
+    EXPECT_TRUE(enoughMemory ||
+                PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false) == L"abc");
 }
 
 TEST_F(Numbers, ReadAndWrittenAsTheCompilersLibraryDoes) {
@@ -130,17 +130,17 @@ TEST_F(Numbers, ReadAndWrittenAsTheCompilersLibraryDoes) {
         const double number = any();
         char text[80];
         std::snprintf(text, sizeof text, "%.*e", i % 22, number);
-        if (const double expected = std::strtod(text, nullptr); std::isfinite(expected)) {
-            ASSERT_EQ(readNumber(std::wstring(text, text + std::strlen(text))), expected) << text;
-        }
+        const double expected = std::strtod(text, nullptr);
+        ASSERT_TRUE(!std::isfinite(expected) ||
+                    readNumber(std::wstring(text, text + std::strlen(text))) == expected)
+            << text;
         // Cut behind the 15th digit by hand: the C library rounds ties to even.
         std::snprintf(text, sizeof text, "%+.60e", number);
         const long long kept = std::stoll(text[1] + std::string(text + 3, 14)) + (text[17] >= '5' ? 1 : 0);
         const int exponent = std::atoi(std::strchr(text, 'e') + 1) - 14;
         const std::string rounded = text[0] + std::to_string(kept) + "e" + std::to_string(exponent);
-        if (const double expected = std::strtod(rounded.c_str(), nullptr); std::isfinite(expected)) {
-            ASSERT_EQ(readNumber(numberText(number, L".")), expected) << rounded;
-        }
+        const double again = std::strtod(rounded.c_str(), nullptr);
+        ASSERT_TRUE(!std::isfinite(again) || readNumber(numberText(number, L".")) == again) << rounded;
     }
 }
 
