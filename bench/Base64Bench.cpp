@@ -2,7 +2,7 @@
 // (modp_b64), in one run. Repetitions of all codecs are mixed, so that a change of the machine's pace meets
 // all; the best of each counts.
 #include "bench/Comparison.h"
-#include "runtime/Base64Codec.h"
+#include "runtime/modBase64.h"
 
 #include <benchmark/benchmark.h>
 #include <openssl/evp.h>

@@ -3,9 +3,8 @@
 #include "infocenter/SystemProbes.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
-#include "runtime/Funktionen32/Machine.h"
 #include "runtime/Funktionen32/Paths.h"
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
 namespace tarv {
@@ -43,7 +42,7 @@ std::wstring BuildInfoReport(Runtime& rt) {
     line(L"  Windows Ordner:    ", GetWinDir(rt));
     line({});
     line(L"[Programm]");
-    line(L"  Ordner: ", ProgramFolder(rt));
+    line(L"  Ordner: ", programFolder(rt));
     line(L"  Version: ", programVersion(rt));
     line({});
     return report;

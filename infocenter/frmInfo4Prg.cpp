@@ -3,7 +3,7 @@
 #include "infocenter/InfoReport.h"
 #include "infocenter/ids.h"
 #include "platform/Platform.h"
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 #include "ui/Clipboard.h"
 #include "ui/MessageLoop.h"

@@ -1,19 +1,21 @@
 #include "runtime/ModRkIni.h"
 
 #include "platform/Desktop.h"
+#include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/ProfileFiles.h"
 #include "platform/SystemFacts.h"
-#include "runtime/Funktionen32/ErrorReport.h"
-#include "runtime/Funktionen32/NumberReader.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 
 namespace tarv {
 namespace {
+
+/// The default of every read: a result equal to it means that the entry is missing.
+constexpr std::wstring_view entryNotFound = L"Entry Not Found";
 
 constexpr std::uint32_t suiteValueSize = 2000;
 constexpr std::uint32_t machineValueSize = 255;
@@ -53,6 +55,9 @@ std::wstring machineFile(Runtime& rt) {
         folder = L"C:\\Programdata";
     return AddBackslash(folder) + L"TARVENIK\\Q_Machine.ini";
 }
+
+constexpr std::uint32_t versionSize = 100;
+constexpr const wchar_t* unknownVersion = L"2023";
 
 } // namespace
 
@@ -117,6 +122,20 @@ std::wstring GetFileNameFromPath(std::wstring_view path, bool stripExtension) {
 
 std::wstring GetDotNetFolderName() {
     return L"DotNet\\";
+}
+
+std::wstring GetProgVersion(Runtime& rt) {
+    const std::wstring path = AddBackslash(programFolder(rt)) + L"Version.INI";
+    constexpr auto notPlain = attribute::hidden | attribute::system | attribute::directory;
+    if ((rt.platform.files->attributes(path).valueOr(notPlain) & notPlain) != 0)
+        return unknownVersion;
+
+    std::wstring version =
+        rt.platform.profiles->getString(L"Info", L"ProgVersion", entryNotFound, versionSize, path);
+    if (version.empty() || version == entryNotFound)
+        return unknownVersion;
+    version.resize(versionSize);
+    return version;
 }
 
 } // namespace tarv

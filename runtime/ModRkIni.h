@@ -9,12 +9,6 @@ namespace tarv {
 
 struct Runtime;
 
-/// What every INI read passes as its default: a result equal to it means the entry is missing.
-inline constexpr std::wstring_view entryNotFound = L"Entry Not Found";
-
-/// The suite configuration file. Without a folder: Windows looks it up in the Windows folder.
-inline constexpr std::wstring_view suiteIniName = L"Pexoran.INI";
-
 /// An entry of the suite configuration file "Pexoran.INI" in the Windows folder, typed after `fallback`: its
 /// text when `fallback` is text, otherwise its leading decimal number as a double (0 when it has none).
 ///
@@ -43,18 +37,16 @@ std::wstring GetMachineDirectoryQuiet(Runtime& rt, std::wstring_view key);
 /// The Windows folder with a trailing "\" (always appended).
 std::wstring GetWindowsFolder(Runtime& rt);
 
-/// The name behind the last "\" (or, without one, behind the last ":"); with `stripExtension` cut before its
-/// last ".".
+/// GetFileName under its other name.
 std::wstring GetFileNameFromPath(std::wstring_view path, bool stripExtension);
 
 /// "DotNet\": the sub-folder of the program folder for the suite's newer programs.
 std::wstring GetDotNetFolderName();
 
-/// The hook through which every user-visible text passes: the one place where a translation would go in.
-/// Returns the text unchanged and ignores everything behind it.
-template <class... Ignored>
-std::wstring TranslateText(std::wstring_view text, const Ignored&...) {
-    return std::wstring(text);
-}
+/// The program version from "Version.INI" in the program folder (group "Info", entry "ProgVersion").
+///
+/// The result is the whole 100-character buffer: the value, then NULs. Callers that compare or join it cut at
+/// the first NUL themselves. "2023" when the file or the entry is missing, or the entry is empty.
+std::wstring GetProgVersion(Runtime& rt);
 
 } // namespace tarv

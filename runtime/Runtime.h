@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/Desktop.h"
 #include "platform/Platform.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tarv {
 
 struct Base64Tables;
+
+/// The suite configuration file. Without a folder: Windows looks it up in the Windows folder.
+inline constexpr std::wstring_view suiteIniName = L"Pexoran.INI";
 
 /// What the debug trace remembers within a process.
 struct TraceState {
@@ -60,5 +65,11 @@ struct Runtime {
     /// Built by the first conversion.
     std::shared_ptr<const Base64Tables> base64;
 };
+
+/// Handles the waiting window messages, unless they are suppressed.
+inline void PumpMessages(Runtime& rt) {
+    if (!rt.pumpSuppressed)
+        rt.platform.desktop->pumpMessages();
+}
 
 } // namespace tarv

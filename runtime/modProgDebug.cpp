@@ -3,11 +3,11 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
-#include "runtime/SuiteSwitch.h"
 
 #include <limits>
 
@@ -29,7 +29,7 @@ bool DebugTraceEnabled(Runtime& rt) {
 std::wstring GetDebugFileName(Runtime& rt) {
     std::wstring name = suiteText(rt, L"Debug", L"SaveDebugIN", {});
     if (name.empty())
-        name = ProgramFolder(rt) + L"\\rkZAL_Debug.txt";
+        name = programFolder(rt) + L"\\rkZAL_Debug.txt";
 
     const std::wstring suffix = suiteText(rt, L"Debug", L"DebugDateiZusatz", {});
     constexpr std::size_t extensionLength = 4;
@@ -47,7 +47,7 @@ void DebugTrace(Runtime& rt, std::wstring_view text, bool startNewFile, bool kee
 
     if (trace.lineCounter < std::numeric_limits<std::int32_t>::max())
         ++trace.lineCounter;
-    std::wstring line = std::to_wstring(trace.lineCounter) + L" - " + ProgramName(rt) + L'\t';
+    std::wstring line = std::to_wstring(trace.lineCounter) + L" - " + programName(rt) + L'\t';
     line.append(text).append(L"\r\n");
 
     FileStore& files = *rt.platform.files;

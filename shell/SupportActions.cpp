@@ -3,7 +3,6 @@
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Paths.h"
-#include "runtime/Funktionen32/ShellStart.h"
 #include "runtime/Funktionen32/Starter.h"
 #include "runtime/Runtime.h"
 
@@ -18,11 +17,11 @@ void openServicesConsole(Runtime& rt) {
     const std::wstring arguments =
         rt.platform.facts->variable(L"SystemRoot") + L"\\system32\\services.msc /s";
 
-    shellStart(rt, console, L"mmc", arguments, window_style::minimizedFocus);
+    startProgram(rt, console, L"mmc", arguments, window_style::minimizedFocus);
 }
 
 void startRemoteMaintenance(Runtime& rt) {
-    const std::wstring client = AddBackslash(ProgramFolder(rt)) + L"FastClient.exe";
+    const std::wstring client = AddBackslash(programFolder(rt)) + L"FastClient.exe";
     std::wstring arguments;
     // The starter only ever writes this one; the name in it is never started.
     std::wstring programPart = L"NetviewerK.exe";

@@ -1,7 +1,7 @@
 #include "shell/frmLokaleIP.h"
 
-#include "runtime/Funktionen32/Machine.h"
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Paths.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "shell/Placement.h"
 #include "shell/ids.h"
 #include "ui/MessageLoop.h"

@@ -4,7 +4,6 @@
 #include "infocenter/ids.h"
 #include "platform/Platform.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "runtime/Konstanten.h"
 #include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
 #include "shell/MainMenu.h"

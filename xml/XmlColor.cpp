@@ -1,6 +1,6 @@
 #include "xml/XmlColor.h"
 
-#include "runtime/Funktionen32/NumberReader.h"
+#include "runtime/Funktionen32/NumberText.h"
 #include "xml/XmlFailure.h"
 
 #include <array>

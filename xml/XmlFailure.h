@@ -2,7 +2,7 @@
 
 #include "platform/Answer.h"
 #include "platform/ErrorRecord.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 
 #include <string>
 #include <utility>

@@ -4,8 +4,8 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 #include "xml/ParseErrorReport.h"
 #include "xml/XmlEncoding.h"
 

@@ -1,6 +1,6 @@
 #include "examples.h"
 
-#include "runtime/Konstanten.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/ModRkIni.h"
 
 // Entries of the suite's configuration: typed by their default, which is written back where the entry is

@@ -1,7 +1,6 @@
 #include "examples.h"
 
-#include "runtime/Funktionen32/ErrorReport.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 
 // A failing routine raises one exception, whose record goes to the suite's error display.
 void errors(tarv::Runtime& rt) {

@@ -2,8 +2,8 @@
 
 #include "platform/windows/ProcessHardening.h"
 #include "platform/windows/WindowsPlatform.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Paths.h"
-#include "runtime/RuntimeError.h"
 
 #include <windows.h>
 

@@ -2,6 +2,7 @@
 
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Numbers.h"
+#include "runtime/Funktionen32/Texts.h"
 
 // Amounts as they stand in tenders: reading, rounding, laying out.
 void numbers(tarv::Runtime& rt) {

@@ -1,6 +1,5 @@
 #include "examples.h"
 
-#include "runtime/Funktionen32/Machine.h"
 #include "runtime/Funktionen32/Paths.h"
 #include "runtime/ModRkIni.h"
 
@@ -14,7 +13,7 @@ void paths(tarv::Runtime& rt) {
     print(L"MakeProgramDataKey: " + tarv::MakeProgramDataKey(L"Kalk", L"D:\\Bau"));
     print(L"StripRibbonSuffix: " + tarv::StripRibbonSuffix(L"Kalk-Ribbon.exe"));
 
-    print(L"ProgramName: " + tarv::ProgramName(rt));
+    print(L"ProgramName: " + tarv::programName(rt));
     print(L"GetWinDir: " + tarv::GetWinDir(rt));
     print(L"GetWindowsFolder: " + tarv::GetWindowsFolder(rt));
     print(L"GetEnvValue: " + tarv::GetEnvValue(rt, L"SystemDrive"));

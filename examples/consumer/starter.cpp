@@ -1,9 +1,7 @@
 #include "examples.h"
 
-#include "runtime/Funktionen32/ExternalProgram.h"
-#include "runtime/Funktionen32/Machine.h"
+#include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/Starter.h"
-#include "runtime/Funktionen32/SuitePrograms.h"
 
 // Starting another program and waiting for its end while the own windows stay alive.
 void starter(tarv::Runtime& rt) {

@@ -1,6 +1,7 @@
 #include "platform/Desktop.h"
 #include "platform/windows/BorderHandles.h"
 #include "platform/windows/Makers.h"
+#include "platform/windows/WindowsPlatform.h"
 
 #include <string>
 

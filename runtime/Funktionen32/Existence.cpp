@@ -3,21 +3,27 @@
 #include "platform/Desktop.h"
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
-#include "runtime/Funktionen32/Developer.h"
-#include "runtime/Funktionen32/NumberReader.h"
-#include "runtime/Funktionen32/PlainFiles.h"
+#include "runtime/Funktionen32/Errors.h"
+#include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace tarv {
 namespace {
+
+constexpr std::uint32_t notPlain = attribute::hidden | attribute::system | attribute::directory;
+
+bool meansNoName(SystemCode code) {
+    return code == system_code::fileNotFound || code == system_code::pathNotFound ||
+           code == system_code::noMoreFiles;
+}
 
 /// Any of these makes a file count as there. A file without all of them ("normal") counts as missing: callers
 /// rely on it.
@@ -33,15 +39,12 @@ void pumpAndSleep(Runtime& rt, std::uint32_t milliseconds) {
     rt.platform.desktop->sleep(milliseconds);
 }
 
-/// Run-time error number of a search that the system refuses.
-constexpr std::int32_t badFileName = 52;
-
-// --- By directory search
-// ---------------------------------------------------------------------------------------
-
-void showSearchFailure(Runtime& rt, std::wstring_view path) {
-    const std::wstring text = (L"Fehler: " + std::to_wstring(badFileName) + L"  in Uexist: \n").append(path);
-    rt.platform.desktop->messageBox(text, L"IsDesign", message_box::ok | message_box::systemModal);
+/// The next name that is neither hidden nor system nor a folder.
+Answer<DirectoryEntry> nextPlainFile(DirectorySearch& search) {
+    auto entry = search.next();
+    while (entry && (entry->attributes & notPlain) != 0)
+        entry = search.next();
+    return entry;
 }
 
 bool existsBySearch(Runtime& rt, std::wstring_view path) {
@@ -49,23 +52,22 @@ bool existsBySearch(Runtime& rt, std::wstring_view path) {
         return false;
     bool failed = false;
     const auto searchYieldsName = [&] {
-        PlainFiles files(rt, path);
-        const bool found = files.next().has_value();
-        failed = failed || files.failure() != 0;
-        return found;
+        const auto search = rt.platform.files->search(path);
+        const auto found = nextPlainFile(*search);
+        failed = failed || (!found && !meansNoName(found.error()));
+        return static_cast<bool>(found);
     };
     bool found = searchYieldsName();
     if (!found) {
         PumpMessages(rt);
         found = searchYieldsName();
     }
+    // 52 is the run-time error of a search that the system refuses.
     if (failed && IsDesign(rt))
-        showSearchFailure(rt, path);
+        rt.platform.desktop->messageBox(std::wstring(L"Fehler: 52  in Uexist: \n").append(path), L"IsDesign",
+                                        message_box::ok | message_box::systemModal);
     return found;
 }
-
-// --- By length and attributes, patiently
-// -----------------------------------------------------------------------
 
 /// What the read of the file length tells.
 enum class Probe {
@@ -213,9 +215,9 @@ int ListFiles(Runtime& rt, std::wstring_view pattern, std::vector<std::wstring>&
     names = std::move(kept);
 
     int found = 0;
-    PlainFiles files(rt, pattern);
-    while (auto name = files.next()) {
-        names.push_back(std::move(*name));
+    const auto search = rt.platform.files->search(pattern);
+    for (auto file = nextPlainFile(*search); file; file = nextPlainFile(*search)) {
+        names.push_back(std::move(file->name));
         ++found;
     }
     return found;

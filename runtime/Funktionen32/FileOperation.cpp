@@ -4,13 +4,11 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/ShellOperations.h"
-#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Existence.h"
-#include "runtime/Funktionen32/Numbers.h"
 #include "runtime/Funktionen32/Paths.h"
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 
 #include <string>
 #include <vector>
@@ -140,7 +138,7 @@ bool userWantsRetry(Runtime& rt, std::int32_t operation, std::wstring_view sourc
         L"\n\r\nQuelle: " + forDisplay(source) + L"\r\nZiel:     " + forDisplay(target);
     const std::wstring heading = TranslateText(
         std::wstring(L"Fehler beim ").append(operationName(operation)).append(L" von Dateien..."));
-    const std::wstring extra = heading + L"   " + StripRibbonSuffix(ProgramName(rt));
+    const std::wstring extra = heading + L"   " + StripRibbonSuffix(programName(rt));
     return AskErrorMsg(rt, error, location, extra) == message_box::answerRetry;
 }
 

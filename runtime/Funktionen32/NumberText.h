@@ -7,13 +7,18 @@
 
 namespace tarv {
 
-/// A number as text: 15 significant digits, half away from zero, never an exponent, never "-0", with the
-/// given decimal separator.
+/// Reads the number at the start of a text, whatever the regional settings: "." is the decimal point, blanks
+/// are skipped anywhere, a sign and an exponent (E or e) are accepted; reading stops at the first character
+/// that cannot belong to a number. Text that does not begin with a number gives 0, and so does sign after
+/// sign. An exponent without digits is ignored. Raises overflow (6) where the number exceeds a double.
+double readNumber(std::wstring_view text);
+
+/// A number as text: 15 significant digits, half away from zero, never an exponent, never "-0". Raises
+/// overflow (6) for what is no finite number.
 std::wstring numberText(double number, std::wstring_view decimalSeparator);
 
-/// The numeric value of a text under "." as decimal separator is NumberReader's job; this is the way back: a
-/// value as the configuration file holds it (numbers with ".", Booleans as -1 and 0, dates as their day
-/// number, texts as they stand; empty for Empty, Null, Missing and objects).
-std::wstring invariantText(const Value& value);
+/// A value as the configuration file holds it: numbers with ".", Booleans as -1 and 0, dates as their day
+/// number, texts as they stand; empty for Empty, Null, Missing and objects.
+std::wstring invariantText(const Value& value, std::wstring_view decimalSeparator = L".");
 
 } // namespace tarv

@@ -2,19 +2,16 @@
 
 #include "platform/Desktop.h"
 #include "platform/Platform.h"
-#include "runtime/Funktionen32/DecimalDigits.h"
-#include "runtime/Funktionen32/Developer.h"
-#include "runtime/Funktionen32/ErrorReport.h"
-#include "runtime/Funktionen32/NumberReader.h"
-#include "runtime/Funktionen32/RegionalText.h"
+#include "runtime/Funktionen32/Errors.h"
+#include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/detail/NumberFormat.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <exception>
 
 namespace tarv {
 namespace {
@@ -113,13 +110,12 @@ double finite(double number) {
 double powerOf10(int exponent) {
     constexpr std::array usual{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
     const auto index = static_cast<std::size_t>(exponent);
-    // 1e309 already is too large; the exact conversion need not see more.
-    return index < usual.size() ? usual[index] : finite(nearestDouble("1", std::min(exponent, 309)));
+    return index < usual.size() ? usual[index] : readNumber(L"1E" + std::to_wstring(exponent));
 }
 
 /// Twenty "#"; with decimals followed by "0." and as many zeros.
-Picture roundingPicture(int decimals) {
-    Picture result = picture(L"####################");
+NumberPicture roundingPicture(int decimals) {
+    NumberPicture result = numberPicture(L"####################");
     if (decimals > 0) {
         result.wholeDigits = 1;
         result.point = true;
@@ -128,7 +124,8 @@ Picture roundingPicture(int decimals) {
     return result;
 }
 
-bool sameInPictures(double number, const Picture& first, const Picture& second, const NumberFormat& format) {
+bool sameInPictures(double number, const NumberPicture& first, const NumberPicture& second,
+                    const NumberFormat& format) {
     TextBuffer one;
     appendFormatted(one, number, first, format);
     TextBuffer other;
@@ -137,7 +134,7 @@ bool sameInPictures(double number, const Picture& first, const Picture& second, 
 }
 
 bool endsAs(double number, double ending, const NumberFormat& format) {
-    constexpr Picture places = picture(L"#.##");
+    constexpr NumberPicture places = numberPicture(L"#.##");
     TextBuffer wanted;
     appendFormatted(wanted, ending, places, format);
     const std::wstring text = regionalText(number, format);
@@ -158,8 +155,8 @@ Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thir
     if (number < 0)
         result = 0 - result;
 
-    constexpr Picture twoPlaces = picture(L"#####.00");
-    constexpr Picture threePlaces = picture(L"#####.00#");
+    constexpr NumberPicture twoPlaces = numberPicture(L"#####.00");
+    constexpr NumberPicture threePlaces = numberPicture(L"#####.00#");
     if (thirdDecimalFlag && sameInPictures(number, twoPlaces, threePlaces, format))
         thirdDecimalFlag = false;
     if (decimals == 2 && thirdDecimalFlag) {
@@ -193,6 +190,45 @@ Value RoundValue(Runtime& rt, Value& value, std::int16_t decimals, bool& thirdDe
         if (value == Value(Null{}) || value == Value(std::wstring()))
             value = std::int16_t{0};
         return value;
+    }
+}
+
+std::int32_t CountOccurrences(Runtime& rt, const Value& text, std::wstring_view find) {
+    if (find.empty())
+        return 0;
+    const std::wstring searched = regionalText(text, numberFormat(rt));
+    std::int32_t count = 0;
+    for (auto at = searched.find(find); at != searched.npos; at = searched.find(find, at + find.size()))
+        ++count;
+    return count;
+}
+
+bool IsFormulaText(std::wstring_view text) {
+    static constexpr std::wstring_view allowed = L" +-*/,.()0123456789";
+    return !text.empty() &&
+           std::ranges::all_of(text, [](wchar_t c) { return allowed.find(c) != allowed.npos; });
+}
+
+std::wstring PadLeft(Runtime& rt, const Value& value, std::int32_t width, std::wstring_view pad, bool noPad) {
+    if (width < 1)
+        return {};
+    std::wstring text = regionalText(value, numberFormat(rt));
+    const auto wanted = static_cast<std::size_t>(width);
+    if (wanted < text.size())
+        return pad.empty() ? text : text.substr(text.size() - wanted);
+    if (noPad || pad.empty())
+        return text;
+    // The pad text repeats up to the value, so a part of it can only stand at the very left.
+    const std::size_t missing = wanted - text.size();
+    try {
+        std::wstring filled;
+        filled.reserve(wanted);
+        filled = pad.substr(pad.size() - missing % pad.size());
+        while (filled.size() < missing)
+            filled.append(pad);
+        return filled.append(text);
+    } catch (const std::exception&) {
+        return text; // a width beyond memory
     }
 }
 

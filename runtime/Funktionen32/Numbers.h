@@ -30,15 +30,6 @@ double ToVal(Runtime& rt, std::wstring_view text, std::wstring_view stop = {});
 /// is shown in the development environment only.
 Value RoundValue(Runtime& rt, Value& value, std::int16_t decimals, bool& thirdDecimalFlag);
 
-enum class CompareMode : std::int16_t {
-    binary = 0,
-    /// Capital and small letters are the same.
-    text = 1,
-};
-
-/// Replaces every `find` in one pass. An empty `find` changes nothing, nor does a failure.
-void ReplaceAll(std::wstring& text, std::wstring_view find, std::wstring_view replacement, CompareMode mode);
-
 /// How often `find` occurs in the text of `text`, not overlapping; 0 for an empty `find`.
 std::int32_t CountOccurrences(Runtime& rt, const Value& text, std::wstring_view find);
 

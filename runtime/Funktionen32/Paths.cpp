@@ -4,19 +4,14 @@
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
 #include "platform/SystemFacts.h"
-#include "runtime/Funktionen32/Developer.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 
 #include <algorithm>
 
 namespace tarv {
 namespace {
-
-std::wstring_view withoutExtension(std::wstring_view name) {
-    return name.substr(0, name.rfind(L'.'));
-}
 
 std::wstring absolutePath(Runtime& rt, std::wstring_view path) {
     if (path.find(L'\\') != path.npos)
@@ -90,8 +85,11 @@ std::wstring AddBackslash(std::wstring_view path) {
 }
 
 std::wstring GetFileName(std::wstring_view path, bool stripExtension) {
-    const auto name = fileNamePart(path);
-    return std::wstring(stripExtension ? withoutExtension(name) : name);
+    auto cut = path.rfind(L'\\');
+    if (cut == path.npos)
+        cut = path.rfind(L':');
+    const auto name = path.substr(cut + 1);
+    return std::wstring(stripExtension ? name.substr(0, name.rfind(L'.')) : name);
 }
 
 void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder,
@@ -156,14 +154,30 @@ std::wstring StripRibbonSuffix(std::wstring_view name) {
     return std::wstring(name.substr(0, cut));
 }
 
-std::wstring ProgramFolder(Runtime& rt) {
+std::wstring programFolder(Runtime& rt) {
     const std::wstring path = rt.platform.facts->programPath();
     const auto cut = path.rfind(L'\\');
     return cut == path.npos ? std::wstring() : path.substr(0, cut);
 }
 
-std::wstring ProgramName(Runtime& rt) {
+std::wstring programName(Runtime& rt) {
     return GetFileName(rt.platform.facts->programPath(), true);
+}
+
+std::wstring GetPCName(Runtime& rt) {
+    return rt.platform.facts->computerName().valueOr({});
+}
+
+std::wstring GetLocalIP(Runtime& rt) {
+    return rt.platform.facts->localAddress().valueOr(L"127.0.0.1");
+}
+
+std::wstring GetLoginName(Runtime& rt) {
+    return rt.platform.facts->userName().valueOr({});
+}
+
+std::wstring GetWinDir(Runtime& rt) {
+    return rt.platform.facts->windowsDirectory(256);
 }
 
 } // namespace tarv

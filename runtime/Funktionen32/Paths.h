@@ -15,8 +15,7 @@ std::wstring AddBackslash(std::wstring_view path);
 std::wstring GetFileName(std::wstring_view path, bool stripExtension);
 
 /// Splits a path into drive ("C:"), folder (without trailing "\" unless it is the root) and file. A path
-/// without
-/// "\" is taken from the current directory. A UNC path leaves `drive` untouched.
+/// without "\" is taken from the current directory. A UNC path leaves `drive` untouched.
 void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder,
                std::wstring& file);
 
@@ -37,9 +36,21 @@ std::wstring MakeProgramDataKey(std::wstring_view program, std::wstring_view dat
 std::wstring StripRibbonSuffix(std::wstring_view name);
 
 /// Folder of the running executable, without a trailing "\" (a drive root is "D:").
-std::wstring ProgramFolder(Runtime& rt);
+std::wstring programFolder(Runtime& rt);
 
 /// Name of the running executable, without folder and extension.
-std::wstring ProgramName(Runtime& rt);
+std::wstring programName(Runtime& rt);
+
+/// Name of this computer; empty on failure.
+std::wstring GetPCName(Runtime& rt);
+
+/// First IPv4 address of this computer's own name, "127.0.0.1" when there is none.
+std::wstring GetLocalIP(Runtime& rt);
+
+/// Name of the logged-on user; empty on failure.
+std::wstring GetLoginName(Runtime& rt);
+
+/// The Windows folder without a trailing "\" (unlike GetWindowsFolder).
+std::wstring GetWinDir(Runtime& rt);
 
 } // namespace tarv

@@ -1,17 +1,14 @@
 #include "runtime/Funktionen32/Starter.h"
 
+#include "platform/Desktop.h"
 #include "platform/Platform.h"
 #include "platform/Processes.h"
-#include "runtime/Funktionen32/Developer.h"
-#include "runtime/Funktionen32/ErrorReport.h"
-#include "runtime/Funktionen32/ExternalProgram.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Paths.h"
-#include "runtime/Funktionen32/ShellStart.h"
-#include "runtime/Funktionen32/SuitePrograms.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
+
+#include <utility>
 
 namespace tarv {
 namespace {
@@ -66,10 +63,10 @@ void reportRefusedStart(Runtime& rt, std::wstring_view program, SystemCode code)
     AskErrorMsg(rt, error, TranslateText(text), TranslateText(L"Start Exe"));
 }
 
-void startByShell(Runtime& rt, const std::wstring& program, const std::wstring& arguments) {
+void startAndForget(Runtime& rt, const std::wstring& program, const std::wstring& arguments) {
     const SystemCode code = trim(program).empty() ? system_code::fileNotFound
-                                                  : shellStart(rt, programFile(rt, program), program,
-                                                               arguments, window_style::normalFocus);
+                                                  : startProgram(rt, programFile(rt, program), program,
+                                                                 arguments, window_style::normalFocus);
     if (code != 0 && IsDesign(rt)) {
         reportRefusedStart(rt, program, code);
         return;
@@ -108,6 +105,33 @@ void startAndWait(Runtime& rt, const std::wstring& program, std::wstring_view ar
     giveFocusBack(rt, activeBefore);
 }
 
+/// Milliseconds for which the program's windows may stand still at a time.
+constexpr std::uint32_t longestPause = 10;
+
+void pump(Runtime& rt, int times) {
+    for (int i = 0; i < times; ++i)
+        PumpMessages(rt);
+}
+
+bool isRunning(Runtime& rt, KernelHandle process) {
+    return rt.platform.processes->waitForObject(process, 0) == wait_result::timeout;
+}
+
+/// A console program, a dead handle and an ended process are no windowed program: no wait. One that never
+/// becomes idle is waited for until it ends.
+void waitForInputIdle(Runtime& rt, KernelHandle process) {
+    while (!rt.platform.desktop->quitPending() &&
+           rt.platform.processes->waitForInputIdle(process, longestPause) == wait_result::timeout &&
+           isRunning(rt, process))
+        PumpMessages(rt);
+}
+
+void closeOnce(Runtime& rt, KernelHandle& handle) {
+    const KernelHandle closed = std::exchange(handle, KernelHandle::none);
+    if (closed != KernelHandle::none)
+        rt.platform.processes->close(closed);
+}
+
 } // namespace
 
 std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ignored*/,
@@ -131,9 +155,47 @@ std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ig
         rt.platform.processes->close(child->thread);
         return static_cast<std::intptr_t>(child->process);
     } else {
-        startByShell(rt, path, commandArguments);
+        startAndForget(rt, path, commandArguments);
     }
     return direct ? 0 : -1;
+}
+
+bool MarkExternalProgram(Runtime& rt, bool& running, bool set, std::wstring& name) {
+    ExternalProgramMarker& marker = rt.externalProgram;
+    if (set) {
+        marker.running = running;
+        marker.name = running ? name : std::wstring();
+    } else {
+        running = marker.running;
+        name = GetFileName(marker.name, false);
+        if (upperCase(name).starts_with(L"G2K"))
+            name = L"GAEB (" + name + L")";
+    }
+    return marker.running;
+}
+
+void WaitForProcessEnd(Runtime& rt, ProcessInformation& child) {
+    Desktop& desktop = *rt.platform.desktop;
+    waitForInputIdle(rt, child.process);
+    closeOnce(rt, child.thread);
+    rt.runningChildId = 0;
+    PumpMessages(rt);
+
+    while (!desktop.quitPending() && isRunning(rt, child.process)) {
+        PumpMessages(rt);
+        desktop.sleep(1);
+        if (rt.runningChildId == 0) {
+            pump(rt, 2);
+            rt.runningChildId = child.processId;
+        }
+        for (int i = 0; i < 3; ++i) {
+            pump(rt, 2);
+            desktop.sleep(longestPause);
+        }
+        pump(rt, 3);
+    }
+    closeOnce(rt, child.process);
+    rt.runningChildId = 0;
 }
 
 } // namespace tarv

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/Answer.h"
 #include "platform/Desktop.h"
+#include "platform/Processes.h"
 
 #include <cstdint>
 #include <string>
@@ -33,5 +35,44 @@ struct Runtime;
 std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t ignored, std::wstring& arguments,
                        std::wstring_view dataText, bool wait, std::wstring& programPart, bool compose,
                        WindowHandle window, bool direct);
+
+/// The marker "an external program is running". With `set` it takes `running` and, where that is true,
+/// `name`. Without `set` it reports both: `name` receives the file name, as "GAEB (...)" for a program whose
+/// name begins with "G2K". The result is the marker's flag.
+bool MarkExternalProgram(Runtime& rt, bool& running, bool set, std::wstring& name);
+
+/// Waits for a child process and lets the program's messages run meanwhile: first until the child waits for
+/// input, then until it ends. While the second wait lasts, `Runtime::runningChildId` holds its id. The wait
+/// ends early when the program is asked to quit. Both handles are closed and become `none` in `child`; an
+/// invalid process handle ends the wait at once.
+void WaitForProcessEnd(Runtime& rt, ProcessInformation& child);
+
+/// Full path of the suite's print program: the variant that "Pexoran.INI", group "DRUCKOPT", entry "PROGRAMM"
+/// names ("NET" or "VB6", in any case; anything else counts as "NET"). "CHOOSE" asks the user.
+std::wstring GetDruckEXE(Runtime& rt);
+
+/// Full path of a program of the suite in the configured program folder, in its sub-folder "DotNet\" for the
+/// newer programs. A folder in `programFile` is dropped. What does not end in ".exe" comes back unchanged.
+std::wstring GetEXEmitPfad(Runtime& rt, std::wstring_view programFile);
+
+/// Window styles of a started program; the same numbers as the system's show commands.
+namespace window_style {
+inline constexpr std::uint16_t normalFocus = 1;
+inline constexpr std::uint16_t minimizedFocus = 2;
+} // namespace window_style
+
+/// The run time's shell start: starts the command line `program` and `arguments`, joined by a blank, and
+/// neither waits for the program nor watches it. A given `file` is the very file to start; without one the
+/// system takes the program from the command line and searches for it. Where it needs elevation the same goes
+/// through the shell once, since only that can ask the user. Answers 0 or the system's error code.
+SystemCode startProgram(Runtime& rt, std::wstring_view file, std::wstring_view program,
+                        std::wstring_view arguments, std::uint16_t windowStyle);
+
+/// The file that a program text means, where it is a full path (drive or network share): that file and no
+/// other, whatever lies at a shorter path that ends at one of its blanks. What stands behind the first ".exe"
+/// of a text that does not end so, or else behind ".com", ".bat" or ".cmd" and a blank, are arguments. As in
+/// the system's own search ".exe" is added to a name without extension, unless a file of exactly that name
+/// exists. Empty for every other program text, drive-relative ones included: those the system searches for.
+std::wstring programFile(Runtime& rt, std::wstring_view program);
 
 } // namespace tarv

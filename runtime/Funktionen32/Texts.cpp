@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <iterator>
 
 namespace tarv {
@@ -92,11 +93,23 @@ std::wstring_view untilNul(std::wstring_view text) {
     return text.substr(0, text.find(L'\0'));
 }
 
-std::wstring_view fileNamePart(std::wstring_view path) {
-    auto cut = path.rfind(L'\\');
-    if (cut == path.npos)
-        cut = path.rfind(L':');
-    return cut == path.npos ? path : path.substr(cut + 1);
+void ReplaceAll(std::wstring& text, std::wstring_view find, std::wstring_view replacement, CompareMode mode) {
+    if (text.empty() || find.empty())
+        return;
+    try {
+        const bool anyCase = mode == CompareMode::text;
+        const std::wstring searched = anyCase ? upperCase(text) : text;
+        const std::wstring wanted = anyCase ? upperCase(find) : std::wstring(find);
+        std::wstring result;
+        std::size_t done = 0;
+        for (auto at = searched.find(wanted); at != searched.npos; at = searched.find(wanted, done)) {
+            result.append(text, done, at - done).append(replacement);
+            done = at + wanted.size();
+        }
+        text = result.append(text, done);
+    } catch (const std::exception&) {
+        // Too long for memory: the text stays as it is.
+    }
 }
 
 } // namespace tarv

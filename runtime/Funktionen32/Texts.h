@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,8 +21,20 @@ std::wstring lowerCase(std::wstring_view text);
 /// The text up to its first NUL.
 std::wstring_view untilNul(std::wstring_view text);
 
-/// 1-based positions as the suite counts them are for its documented interfaces; inside, text is cut with
-/// this: the name behind the last "\" or, without one, behind the last ":".
-std::wstring_view fileNamePart(std::wstring_view path);
+enum class CompareMode : std::int16_t {
+    binary = 0,
+    /// Capital and small letters are the same.
+    text = 1,
+};
+
+/// Replaces every `find` in one pass. An empty `find` changes nothing, nor does a failure.
+void ReplaceAll(std::wstring& text, std::wstring_view find, std::wstring_view replacement, CompareMode mode);
+
+/// The hook through which every user-visible text passes: the one place where a translation would go in.
+/// Returns the text unchanged and ignores everything behind it.
+template <class... Ignored>
+std::wstring TranslateText(std::wstring_view text, const Ignored&...) {
+    return std::wstring(text);
+}
 
 } // namespace tarv

@@ -1,5 +1,5 @@
 // Decoding takes any bytes and fills exactly what its size rule says; encoding is its inverse.
-#include "runtime/Base64Codec.h"
+#include "runtime/modBase64.h"
 #include "tests/fuzz/FuzzInput.h"
 
 #include <algorithm>

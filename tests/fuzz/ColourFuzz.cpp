@@ -1,5 +1,5 @@
 // A colour text gives a number or one of the two documented errors; what we write we read again.
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "xml/XmlColor.h"
 

@@ -1,8 +1,7 @@
 // The number reader gives a number or overflow, and what it gives survives its own text.
-#include "runtime/Funktionen32/NumberReader.h"
-
 #include "runtime/Funktionen32/NumberText.h"
-#include "runtime/RuntimeError.h"
+
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/fuzz/FuzzInput.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // Any routines one after the other in one process, while functions of the border fail and recover: each comes
 // to its end, by an answer or by the documented error, and leaves nothing open.
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/support/Routines.h"
 

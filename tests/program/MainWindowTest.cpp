@@ -1,7 +1,7 @@
 // The main window in this process, over the scripted border: what it does in which order.
 
 #include "app/resource.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "shell/frmMain.h"
 #include "tests/support/World.h"
 #include "ui/MessageLoop.h"

@@ -1,5 +1,5 @@
 #include "app/resource.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "shell/MainMenu.h"
 #include "ui/MessageLoop.h"
 #include "ui/PixelScaling.h"

@@ -1,6 +1,6 @@
 // Whatever the system refuses, at whatever moment: every routine comes to its
 // end with what it documents.
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/support/Routines.h"
 
 #include <iostream>

@@ -3,10 +3,9 @@
 #include "infocenter/InfoReport.h"
 #include "infocenter/IniTree.h"
 #include "infocenter/SystemProbes.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Funktionen32.h"
-#include "runtime/Konstanten.h"
 #include "runtime/ModRkIni.h"
-#include "runtime/RuntimeError.h"
 #include "runtime/cls_PathDialog.h"
 #include "runtime/modBase64.h"
 #include "runtime/modProgDebug.h"
@@ -88,9 +87,9 @@ const Routine routines[] = {
     {"GetEnvValue", L"", [](auto& w) { return GetEnvValue(w.rt, L"TEMP"); }},
     {"GetTempFolder", L"\\\\", [](auto& w) { return GetTempFolder(w.rt, true); }},
     {"ProgramName", L"(C:.*)?(TarvService)?",
-     [](auto& w) { return ProgramFolder(w.rt) + ProgramName(w.rt); }},
+     [](auto& w) { return programFolder(w.rt) + programName(w.rt); }},
     {"programFile", L"C:\\\\t\\\\exakt\\.exe", [](auto& w) { return programFile(w.rt, L"C:\\t\\exakt"); }},
-    {"shellStart", L"2|3|5|18|740", [](auto& w) { return text(shellStart(w.rt, L"a", L"a", {}, 1)); }},
+    {"startProgram", L"2|3|5|18|740", [](auto& w) { return text(startProgram(w.rt, L"a", L"a", {}, 1)); }},
     {"StartExe", L"", [](auto& w) { return start(w, false, false); }},
     {"StartExe direct", L"0", [](auto& w) { return start(w, false, true); }},
     {"StartExe waiting", L"", [](auto& w) { return start(w, true, false); }},

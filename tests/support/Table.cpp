@@ -1,6 +1,6 @@
 #include "tests/support/Table.h"
 
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 
 #include <charconv>
 #include <cwchar>

@@ -3,7 +3,7 @@
 #include "components/rk_Runtime/ErrorDialog.h"
 #include "platform/Automation.h"
 #include "platform/ErrorDisplay.h"
-#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
 #include "tests/windows/User.h"

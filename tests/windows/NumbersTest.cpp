@@ -1,11 +1,11 @@
 // Numbers against the system's own conversions, under the settings that the environment chose (LC_ALL).
 
 #include "runtime/Funktionen32/Numbers.h"
+#include "runtime/Funktionen32/NumberText.h"
 
 #include "platform/SystemFacts.h"
-#include "runtime/Funktionen32/NumberReader.h"
-#include "runtime/Funktionen32/Pictures.h"
 #include "runtime/Runtime.h"
+#include "runtime/detail/NumberFormat.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/RandomStart.h"
 #include "tools/driver/Surroundings.h"

@@ -1,5 +1,5 @@
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Runtime.h"
-#include "runtime/RuntimeError.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
 #include "xml/clsXML.h"

@@ -1,6 +1,6 @@
 #include "xml/clsXML.h"
 
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
 #include "tests/support/Table.h"
 #include "xml/XmlColor.h"
 #include "xml/XmlEncoding.h"

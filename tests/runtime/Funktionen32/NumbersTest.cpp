@@ -1,10 +1,10 @@
 #include "runtime/Funktionen32/Numbers.h"
+#include "runtime/Funktionen32/NumberText.h"
+#include "runtime/Funktionen32/Texts.h"
 
 #include "platform/ErrorDisplay.h"
-#include "runtime/Funktionen32/NumberReader.h"
-#include "runtime/Funktionen32/NumberText.h"
-#include "runtime/Funktionen32/Pictures.h"
-#include "runtime/RuntimeError.h"
+#include "runtime/Funktionen32/Errors.h"
+#include "runtime/detail/NumberFormat.h"
 #include "tests/support/RandomStart.h"
 #include "tests/support/Table.h"
 
@@ -20,7 +20,7 @@ namespace {
 
 std::wstring formatted(double value, std::wstring_view pictureText, const NumberFormat& format) {
     TextBuffer text;
-    appendFormatted(text, value, picture(pictureText), format);
+    appendFormatted(text, value, numberPicture(pictureText), format);
     return std::wstring(text.view());
 }
 

@@ -1,6 +1,6 @@
 #include "runtime/Funktionen32/Paths.h"
 
-#include "runtime/Funktionen32/ShellStart.h"
+#include "runtime/Funktionen32/Starter.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "tests/support/Table.h"
 
@@ -28,7 +28,7 @@ struct Paths : World {
             return std::wstring(trim(text));
         if (routine == L"OwnProgram") {
             fake.facts.program = text;
-            return joined(ProgramFolder(rt), ProgramName(rt));
+            return joined(programFolder(rt), programName(rt));
         }
         if (routine == L"SplitPath") {
             fake.disk.currentDirectory = text;

@@ -1,7 +1,6 @@
 #include "runtime/Funktionen32/Starter.h"
 
 #include "platform/ErrorDisplay.h"
-#include "runtime/Funktionen32/ExternalProgram.h"
 #include "tests/support/Scripted.h"
 
 namespace tarv {

@@ -1,4 +1,4 @@
-#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/Errors.h"
 
 #include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/FileOperation.h"

@@ -1,26 +1,47 @@
-#include "runtime/Funktionen32/ErrorReport.h"
+#include "runtime/Funktionen32/Errors.h"
 
 #include "platform/Automation.h"
 #include "platform/Desktop.h"
 #include "platform/ErrorDisplay.h"
 #include "platform/Platform.h"
-#include "runtime/Funktionen32/Paths.h"
+#include "platform/ProfileFiles.h"
+#include "platform/SystemFacts.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace tarv {
 namespace {
 
+struct Description {
+    std::int32_t number;
+    std::wstring_view text;
+};
+
+constexpr std::array descriptions{
+    Description{error_number::invalidCall, L"Ungültiger Prozeduraufruf oder ungültiges Argument"},
+    Description{error_number::overflow, L"Überlauf"},
+    Description{error_number::subscriptOutOfRange, L"Index außerhalb des gültigen Bereichs"},
+    Description{error_number::typeMismatch, L"Typen unverträglich"},
+    Description{error_number::fileNotFound, L"Datei nicht gefunden"},
+    Description{error_number::objectNotSet, L"Objektvariable nicht festgelegt"},
+    Description{error_number::invalidUseOfNull, L"Unzulässige Verwendung von Null"},
+    Description{error_number::cannotCreateObject, L"Objekterstellung durch Komponente nicht möglich"},
+};
+
 /// The class registered on this machine (the suite's), else the one in the program's own folder.
 Automated<ObjectRef> createDisplay(Runtime& rt) {
     Automation& automation = *rt.platform.automation;
-    Automated<ObjectRef> display = automation.create(errorDisplayProgId);
-    if (display)
-        return display;
-    return automation.createFromLibrary(AddBackslash(ProgramFolder(rt)).append(errorDisplayLibrary),
-                                        errorDisplayClassId);
+    if (Automated<ObjectRef> registered = automation.create(errorDisplayProgId))
+        return registered;
+    std::wstring library = rt.platform.facts->programPath();
+    library.resize(library.rfind(L'\\') + 1);
+    return automation.createFromLibrary(library.append(errorDisplayLibrary), errorDisplayClassId);
 }
 
 /// Calls one method of a fresh error display. What the component writes into the error object arrives in
@@ -59,6 +80,15 @@ std::int32_t answerCode(const Value& answer) {
 
 } // namespace
 
+ErrorRecord runtimeErrorRecord(std::int32_t number) {
+    const auto found = std::ranges::find(descriptions, number, &Description::number);
+    return {number, std::wstring(found != descriptions.end() ? found->text : L"Laufzeitfehler"), {}};
+}
+
+void raise(std::int32_t number) {
+    throw RuntimeError(runtimeErrorRecord(number));
+}
+
 void ShowErrorMsg(Runtime& rt, ErrorRecord& error, std::wstring_view location, std::wstring_view extra,
                   bool noVisibleNextMsg, std::int32_t errorNumber) {
     report(rt, L"ErrorMsg", error, location, extra, noVisibleNextMsg, errorNumber);
@@ -72,6 +102,22 @@ std::int32_t AskErrorMsg(Runtime& rt, ErrorRecord& error, std::wstring_view loca
         answerCode(report(rt, L"EMW", error, location, extra, noVisibleNextMsg, errorNumber));
     rt.suppressedLocation = answer == message_box::answerCancel ? location : std::wstring_view();
     return answer;
+}
+
+bool IsDesign(const Runtime& rt) {
+    return rt.developmentEnvironment;
+}
+
+bool bIstEntwicklung(Runtime& rt) {
+    if (!rt.developerMode)
+        rt.developerMode = suiteSwitch(rt, L"Entwicklung");
+    return *rt.developerMode;
+}
+
+bool suiteSwitch(Runtime& rt, std::wstring_view entry) {
+    const std::wstring read = rt.platform.profiles->getString(L"Debug", entry, {}, 2000, suiteIniName);
+    const std::wstring_view value = trim(read);
+    return value == L"-1" || value == L"1" || upperCase(value) == L"TRUE";
 }
 
 } // namespace tarv

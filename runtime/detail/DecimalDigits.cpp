@@ -1,14 +1,13 @@
-#include "runtime/Funktionen32/DecimalDigits.h"
+#include "runtime/detail/DecimalDigits.h"
 
+#include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "runtime/RuntimeError.h"
 
 #include <array>
 #include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cwchar>
-#include <string>
 
 namespace tarv {
 namespace {
@@ -94,11 +93,6 @@ DecimalDigits decimalDigits(double number) {
     DecimalDigits result = positiveDigits(std::fabs(number));
     result.negative = number < 0;
     return result;
-}
-
-double nearestDouble(std::string_view digits, int exponent) {
-    // Without a point the text means the same in every locale.
-    return std::strtod((std::string(digits) + 'e' + std::to_string(exponent)).c_str(), nullptr);
 }
 
 } // namespace tarv
