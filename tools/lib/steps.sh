@@ -23,8 +23,11 @@ try_step() {
     mkdir -p "$root/build/log"
     step_log=$root/build/log/$(printf '%s' "$title" | tr -c 'A-Za-z0-9\n' '-').log
     [ -t 1 ] || printf '%-52s' "$title"
+    # In a group of its own, so that whatever it starts ends with it.
+    set -m
     "$@" >"$step_log" 2>&1 </dev/null &
     id=$!
+    set +m
     step_id=$id
     while kill -0 "$id" 2>/dev/null; do
         if [ -t 1 ]; then
@@ -54,7 +57,7 @@ seconds_since() {
 
 # A step that is interrupted takes its command along.
 stop_step() {
-    [ -n "${step_id:-}" ] && kill "$step_id" 2>/dev/null && wait "$step_id" 2>/dev/null
+    [ -n "${step_id:-}" ] && kill -- "-$step_id" 2>/dev/null && wait "$step_id" 2>/dev/null
     return 0
 }
 trap 'stop_step; exit 130' INT

@@ -16,6 +16,9 @@ import node_icons
 import program_icon
 import start_picture
 
+if len(sys.argv) > 1:
+    print(__doc__)
+    sys.exit(0 if sys.argv[1:] == ["--help"] else 2)
 RESOURCES = pathlib.Path(__file__).resolve().parents[2] / "app" / "resources"
 MAGICK = next((name for name in ("convert-im6.q16", "convert") if shutil.which(name)), None)
 
