@@ -11,9 +11,6 @@ archive_begin() {
     mkdir "$folder"
 }
 
-# archive_text FILE: adds a German text as the editor of every Windows reads it: marked as UTF-8, lines ended by CR LF.
-archive_text() { { printf '\357\273\277' && sed 's/$/\r/' "$1"; } >"$folder/$(basename "$1")"; }
-
 archive_end() {
     chmod -R u=rwX,go=rX "$folder"
     find "$folder" -exec touch -d "@$epoch" {} +

@@ -2,9 +2,9 @@
 
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
 wine_packages=(wine wine64 xvfb xauth fonts-liberation fonts-wine)
-test_packages=(googletest clang clang-format-19 libclang-rt-dev python3 python3-pefile)
+test_packages=(googletest clang clang-format-19 libclang-rt-dev python3 python3-pefile osslsigncode openssl)
 picture_packages=(imagemagick)
-packaging_packages=(wixl msitools faketime zip)
+packaging_packages=(wixl msitools faketime zip pandoc python3)
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then
