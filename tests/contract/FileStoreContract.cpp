@@ -17,26 +17,10 @@ struct FileStoreCase : ContractCase {
         world->setAttributes(path(L"a.txt"), attribute::readOnly);
     }
 
-    std::wstring answer(const Row& row) {
-        const std::wstring &routine = row[0], file = path(row[1]);
-        if (routine == L"length") {
-            const auto length = files.length(file);
-            return length ? std::to_wstring(*length) : L"error " + std::to_wstring(length.error());
-        }
-        if (routine == L"attributes") {
-            const auto found = files.attributes(file);
-            return found ? std::to_wstring(*found & (attribute::readOnly | attribute::directory))
-                         : L"error " + std::to_wstring(found.error());
-        }
-        if (routine == L"search")
-            return found(file);
-        const SystemCode code = routine == L"append"      ? files.append(file, "1")
-                                : routine == L"overwrite" ? files.overwrite(file, "1")
-                                : routine == L"replace"   ? files.replace(file, path(L"ohne"))
-                                : routine == L"moveOver"  ? files.moveOver(path(L"ohne"), file)
-                                                          : files.remove(file);
-        const bool isFolder = files.attributes(file).valueOr(0) & attribute::directory;
-        const std::string bytes = isFolder ? "none" : world->bytes(file).value_or("none");
+    /// The code and the bytes of the file afterwards.
+    std::wstring done(const Row& row, SystemCode code) {
+        const bool isFolder = files.attributes(path(row[0])).valueOr(0) & attribute::directory;
+        const std::string bytes = isFolder ? "none" : world->bytes(path(row[0])).value_or("none");
         return std::to_wstring(code) + L" " + std::wstring(bytes.begin(), bytes.end());
     }
     std::wstring found(const std::wstring& pattern) {
@@ -56,8 +40,36 @@ struct FileStoreCase : ContractCase {
     FileStore& files = *border.files;
 };
 
+template <class Number>
+std::wstring numberOrError(const Answer<Number>& answer) {
+    return answer ? std::to_wstring(*answer) : L"error " + std::to_wstring(answer.error());
+}
+
 TEST(Tables, FileStore) {
-    checkTable<FileStoreCase>("FileStore.txt");
+    checkTable<FileStoreCase>(
+        "FileStore.txt",
+        {{L"length", [](auto& w, const Row& row) { return numberOrError(w.files.length(w.path(row[0]))); }},
+         {L"attributes",
+          [](auto& w, const Row& row) {
+              auto found = w.files.attributes(w.path(row[0]));
+              if (found)
+                  *found &= attribute::readOnly | attribute::directory;
+              return numberOrError(found);
+          }},
+         {L"search", [](auto& w, const Row& row) { return w.found(w.path(row[0])); }},
+         {L"append",
+          [](auto& w, const Row& row) { return w.done(row, w.files.append(w.path(row[0]), "1")); }},
+         {L"overwrite",
+          [](auto& w, const Row& row) { return w.done(row, w.files.overwrite(w.path(row[0]), "1")); }},
+         {L"replace by \"ohne\"",
+          [](auto& w, const Row& row) {
+              return w.done(row, w.files.replace(w.path(row[0]), w.path(L"ohne")));
+          }},
+         {L"moveOver of \"ohne\"",
+          [](auto& w, const Row& row) {
+              return w.done(row, w.files.moveOver(w.path(L"ohne"), w.path(row[0])));
+          }},
+         {L"remove", [](auto& w, const Row& row) { return w.done(row, w.files.remove(w.path(row[0]))); }}});
 }
 
 struct FileStoreContract : testing::Test, FileStoreCase {};

@@ -8,28 +8,47 @@
 namespace tarv {
 namespace {
 
-struct ProfileFilesContract : Contract {
+struct ProfileFilesCase : ContractCase {
+    void put(const std::wstring& text) { world->putFile(file, FakeSystemFacts::encode(text)); }
+
     ProfileFiles& profiles = *border.profiles;
+    const std::wstring file = path(L"a.ini");
 };
 
-TEST_F(ProfileFilesContract, ReadsCutsListsAndWritesAsTheTableSays) {
-    checkTable("ProfileFiles.txt", [&, files = 0](const Row& row) mutable {
-        // A new name for every content: the system remembers files by name.
-        const std::wstring file = path(L"t" + std::to_wstring(++files) + L".ini");
-        world->putFile(file, FakeSystemFacts::encode(row[1]));
-        const auto size = [&](std::size_t cell) { return static_cast<std::uint32_t>(std::stoi(row[cell])); };
-        if (row[0] == L"get")
-            return profiles.getString(row[2], row[3], L"missing", 100, file);
-        if (row[0] == L"cut")
-            return profiles.getString(L"A", row[2], row[3], size(4), file);
-        if (row[0] == L"groups")
-            return profiles.getSectionNames(size(2), file);
-        if (row[0] == L"section")
-            return profiles.getSection(row[2], size(3), file);
-        EXPECT_TRUE(profiles.writeString(row[2], row[3], row[4], file));
-        return FakeSystemFacts::decode(world->bytes(file).value_or("no file"));
-    });
+std::uint32_t size(const std::wstring& cell) {
+    return static_cast<std::uint32_t>(std::stoi(cell));
 }
+
+TEST(Tables, ProfileFiles) {
+    checkTable<ProfileFilesCase>(
+        "ProfileFiles.txt", {{L"getString",
+                              [](auto& w, const Row& row) {
+                                  w.put(row[0]);
+                                  return w.profiles.getString(row[1], row[2], L"missing", 100, w.file);
+                              }},
+                             {L"getString with size",
+                              [](auto& w, const Row& row) {
+                                  w.put(row[0]);
+                                  return w.profiles.getString(L"A", row[1], row[2], size(row[3]), w.file);
+                              }},
+                             {L"getSectionNames",
+                              [](auto& w, const Row& row) {
+                                  w.put(row[0]);
+                                  return w.profiles.getSectionNames(size(row[1]), w.file);
+                              }},
+                             {L"getSection",
+                              [](auto& w, const Row& row) {
+                                  w.put(row[0]);
+                                  return w.profiles.getSection(row[1], size(row[2]), w.file);
+                              }},
+                             {L"writeString", [](auto& w, const Row& row) {
+                                  w.put(row[0]);
+                                  EXPECT_TRUE(w.profiles.writeString(row[1], row[2], row[3], w.file));
+                                  return FakeSystemFacts::decode(w.world->bytes(w.file).value_or("no file"));
+                              }}});
+}
+
+struct ProfileFilesContract : testing::Test, ProfileFilesCase {};
 
 // A read-only file refuses on Windows only: to root, as tests in containers
 // run, Wine cannot refuse it.

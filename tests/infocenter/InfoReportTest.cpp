@@ -6,8 +6,8 @@
 namespace tarv {
 namespace {
 
-struct InfoCalls : World {
-    void provideManagementService() {
+struct InfoReportCase : World {
+    InfoReportCase() {
         const auto service = fake.automation.object(L"service"), result = fake.automation.object(L"result");
         for (const auto& [caption, version] : {std::pair{L"\"First\"", L"Null"},
                                                {L"\"Windows 10 Pro\"", L"\"10.0.19045\""},
@@ -23,26 +23,29 @@ struct InfoCalls : World {
         });
         fake.automation.provided.emplace(L"winmgmts:", service);
     }
-
-    std::wstring answer(const Row& row) {
-        if (row[0] == L"CutAtNul")
-            return CutAtNul(row[1]);
-        provideManagementService();
-        fake.facts.major = static_cast<std::uint32_t>(std::stoi(row[1]));
-        fake.facts.minor = static_cast<std::uint32_t>(std::stoi(row[2]));
+    void use(const Row& row) {
+        fake.facts.major = static_cast<std::uint32_t>(row.number(0));
+        fake.facts.minor = static_cast<std::uint32_t>(row.number(1));
         fake.facts.build = 77;
-        fake.facts.servicePack = row[3];
+        fake.facts.servicePack = row[2];
         fake.facts.version = {2, 10, 7};
-        if (row[0] == L"report")
-            return BuildInfoReport(rt);
-        std::wstring name = L"caller's", version, extra = L"old";
-        GetOSNameAndVersion(rt, name, version, extra);
-        return joined(name, version, extra);
     }
 };
 
-TEST(Tables, InfoCentre) {
-    checkTable<InfoCalls>("InfoCentre.txt");
+TEST(Tables, InfoReport) {
+    checkTable<InfoReportCase>("InfoReport.txt",
+                               {{L"CutAtNul", [](auto&, const Row& row) { return CutAtNul(row[0]); }},
+                                {L"BuildInfoReport",
+                                 [](auto& w, const Row& row) {
+                                     w.use(row);
+                                     return BuildInfoReport(w.rt);
+                                 }},
+                                {L"GetOSNameAndVersion", [](auto& w, const Row& row) {
+                                     w.use(row);
+                                     std::wstring name = L"caller's", version, extra = L"old";
+                                     GetOSNameAndVersion(w.rt, name, version, extra);
+                                     return joined(name, version, extra);
+                                 }}});
 }
 
 } // namespace

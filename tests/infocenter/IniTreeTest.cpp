@@ -1,5 +1,6 @@
 #include "infocenter/IniTree.h"
 
+#include "runtime/Funktionen32/Funktionen32.h"
 #include "tests/support/Table.h"
 
 namespace tarv {
@@ -13,25 +14,25 @@ struct Tree : World {
         fake.profiles.fill(L"C:\\ProgramData\\TARVENIK\\QV.ini", view);
         return ReadIniTree(rt);
     }
-
-    /// Each node's text; entries in brackets behind their group. A mark is written as "#".
-    std::wstring answer(const Row& row) {
-        const IniTree tree = read(row[1], row[2]);
-        std::wstring all = std::to_wstring(tree.duplicates);
-        for (const IniGroupNode& group : tree.groups) {
-            all += L"; " + group.text;
-            for (const std::wstring& entry : group.entries)
-                all += L" (" + entry + L")";
-        }
-        const std::wstring mark = L"       >>>>>> Eintrag mehrfach Vorhanden <<<<<<" + std::wstring(30, L' ');
-        for (auto at = all.find(mark); at != all.npos; at = all.find(mark))
-            all.replace(at, mark.size(), L"#");
-        return all;
-    }
 };
 
+/// Each node's text; entries in brackets behind their group. A mark is written as "#".
+std::wstring shownTree(const IniTree& tree) {
+    std::wstring all = std::to_wstring(tree.duplicates);
+    for (const IniGroupNode& group : tree.groups) {
+        all += L"; " + group.text;
+        for (const std::wstring& entry : group.entries)
+            all += L" (" + entry + L")";
+    }
+    const std::wstring mark = L"       >>>>>> Eintrag mehrfach Vorhanden <<<<<<" + std::wstring(30, L' ');
+    ReplaceAll(all, mark, L"#", CompareMode::binary);
+    return all;
+}
+
 TEST(Tables, IniTree) {
-    checkTable<Tree>("IniTree.txt");
+    checkTable<Tree>("IniTree.txt", {{L"ReadIniTree", [](auto& w, const Row& row) {
+                                          return shownTree(w.read(row[0], row[1]));
+                                      }}});
 }
 
 struct IniTreeTest : testing::Test, Tree {};
@@ -52,8 +53,7 @@ TEST_F(IniTreeTest, EndsWhenTheDuplicateCounterIsFull) {
     for (int i = 0; i < 300; ++i)
         text += L"[G]\r\n";
     const IniTree tree = read(text, L"[never reached]\r\n");
-    // The 256th occurrence is the 32,640th duplicate; the 257th would go beyond
-    // 32,767.
+    // The 256th occurrence is the 32,640th duplicate; the 257th would go beyond 32,767.
     EXPECT_EQ(tree.groups.size(), 256u);
     EXPECT_EQ(tree.duplicates, 32767);
     EXPECT_EQ(trace().find(L"End INI-Read"), std::wstring::npos);
@@ -61,8 +61,7 @@ TEST_F(IniTreeTest, EndsWhenTheDuplicateCounterIsFull) {
 }
 
 TEST_F(IniTreeTest, ListsAreCutAtTheBuffer) {
-    // Names of 203 characters and a NUL: 80 fit into 16,382 characters, and the
-    // cut one behind them is left out.
+    // Names of 203 characters and a NUL: 80 fit into 16,382 characters, and the cut one is left out.
     std::wstring groups, entries = L"[One]\r\n";
     for (int i = 0; i < 90; ++i) {
         const std::wstring name = std::wstring(200, L'n') + std::to_wstring(100 + i);

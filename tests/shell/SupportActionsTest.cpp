@@ -1,7 +1,7 @@
 #include "shell/SupportActions.h"
 
-#include "runtime/Funktionen32/Texts.h"
-#include "tests/support/Scripted.h"
+#include "runtime/Funktionen32/Funktionen32.h"
+#include "tests/support/World.h"
 
 namespace tarv {
 namespace {

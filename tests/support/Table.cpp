@@ -2,6 +2,7 @@
 
 #include "runtime/Funktionen32/Errors.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cwchar>
 #include <filesystem>
@@ -18,7 +19,8 @@ constexpr const wchar_t* words[] = {L"Empty", L"Null", L"Missing", L"False", L"T
 const Value wordValues[] = {Empty{}, Null{}, Missing{}, false, true};
 
 Row cells(std::string_view line) {
-    Row row(1);
+    Row row;
+    row.emplace_back();
     for (std::size_t i = 0; i < line.size();) {
         const auto first = static_cast<unsigned char>(line[i++]);
         const int further = first < 0x80 ? 0 : first < 0xE0 ? 1 : 2;
@@ -33,6 +35,16 @@ Row cells(std::string_view line) {
             row.back() += code == 0x237D ? L'\xA0' : code;
     }
     return row;
+}
+
+void compare(const Row& row, const std::function<std::wstring(const Row&)>& answer) {
+    try {
+        EXPECT_EQ(answer(row), row.back());
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(L"raises " + std::to_wstring(error.record().number), row.back());
+    } catch (const std::exception& error) {
+        ADD_FAILURE() << error.what();
+    }
 }
 
 std::filesystem::path dataFolder() {
@@ -53,20 +65,40 @@ std::wstring shortest(double number) {
 
 } // namespace
 
-void checkTable(const char* name, const std::function<std::wstring(const Row&)>& answer) {
+void checkTable(const std::string& name, const Answers& answers) {
     std::ifstream file(dataFolder() / name);
-    EXPECT_TRUE(file) << "no table " << name;
-    for (std::string line; std::getline(file, line);) {
+    checkTable("tests/data/" + name, file, answers);
+}
+
+void checkTable(const std::string& name, std::istream& lines, const Answers& answers) {
+    std::map<std::wstring, int> rows;
+    std::wstring routine;
+    std::size_t columns = 0; // none: the next line begins a block
+    int number = 0;
+    for (std::string line; std::getline(lines, line);) {
+        const testing::ScopedTrace place(name.c_str(), ++number, line);
+        if (line.empty())
+            columns = 0;
         if (line.empty() || line.front() == '#')
             continue;
-        SCOPED_TRACE(name + (": " + line));
-        const Row row = cells(line);
-        try {
-            EXPECT_EQ(answer(row), row.back());
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(L"raises " + std::to_wstring(error.record().number), row.back());
+        Row row = cells(line);
+        if (line.ends_with(' ') || std::ranges::count(row, L"") > 0) {
+            ADD_FAILURE() << "an empty cell or a blank at the end";
+        } else if (columns == 0) {
+            routine = row[0].substr(0, row[0].find(L':'));
+            columns = row.size();
+            EXPECT_TRUE(answers.contains(routine)) << "unknown routine";
+        } else if (row.size() != columns) {
+            ADD_FAILURE() << row.size() << " cells instead of " << columns;
+        } else if (answers.contains(routine)) {
+            ++rows[routine];
+            std::ranges::replace(row, L"\u2205", L"");
+            compare(row, answers.at(routine));
         }
     }
+    for (const auto& [known, answer] : answers)
+        if (rows[known] == 0)
+            ADD_FAILURE_AT(name.c_str(), number) << "no row for " << testing::PrintToString(known);
 }
 
 Value valueOf(const std::wstring& cell) {

@@ -1,0 +1,173 @@
+#include "platform/ErrorDisplay.h"
+#include "runtime/Funktionen32/Funktionen32.h"
+#include "runtime/detail/NumberFormat.h"
+#include "tests/support/Table.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <random>
+
+namespace tarv {
+namespace {
+
+std::wstring formatted(double value, std::wstring_view pictureText, const NumberFormat& format) {
+    TextBuffer text;
+    appendFormatted(text, value, numberPicture(pictureText), format);
+    return std::wstring(text.view());
+}
+
+double real(const std::wstring& cell) {
+    return std::wcstod(cell.c_str(), nullptr);
+}
+
+struct NumbersCase : World {
+    /// A cell with both separators, NUL for none; empty or longer as the settings may be.
+    void use(const std::wstring& cell) {
+        const std::size_t half = (cell.size() + 1) / 2;
+        const auto part = [](const std::wstring& text) {
+            return text == std::wstring(1, L'\0') ? L"" : text;
+        };
+        fake.facts.setSeparators(part(cell.substr(0, half)), part(cell.substr(half)));
+    }
+    std::wstring rounded(const Row& row, bool& flag) {
+        use(row[0]);
+        Value value = valueOf(row[1]);
+        const Value result = RoundValue(rt, value, static_cast<std::int16_t>(row.number(2)), flag);
+        EXPECT_EQ(value, valueOf(row[1])) << "nothing is written back";
+        return shown(result);
+    }
+};
+
+TEST(Tables, Numbers) {
+    checkTable<NumbersCase>(
+        "Numbers.txt",
+        {{L"ToVal",
+          [](auto& w, const Row& row) {
+              w.use(row[0]);
+              return shown(ToVal(w.rt, row[1]));
+          }},
+         {L"ToVal with a stop character",
+          [](auto& w, const Row& row) { return shown(ToVal(w.rt, row[0], row[1])); }},
+         {L"formatted",
+          [](auto& w, const Row& row) {
+              w.use(row[0]);
+              return formatted(real(row[2]), row[1], numberFormat(w.rt));
+          }},
+         {L"readNumber", [](auto&, const Row& row) { return shown(readNumber(row[0])); }},
+         {L"numberText", [](auto&, const Row& row) { return numberText(real(row[0]), row[1]); }},
+         {L"invariantText", [](auto&, const Row& row) { return invariantText(valueOf(row[0])); }},
+         {L"IsFormulaText", [](auto&, const Row& row) { return std::to_wstring(IsFormulaText(row[0])); }},
+         {L"CountOccurrences",
+          [](auto& w, const Row& row) {
+              return std::to_wstring(CountOccurrences(w.rt, valueOf(row[0]), row[1]));
+          }},
+         {L"PadLeft",
+          [](auto& w, const Row& row) {
+              return PadLeft(w.rt, valueOf(row[0]), row.number(1), row[2], row.on(3));
+          }},
+         {L"ReplaceAll",
+          [](auto&, const Row& row) {
+              std::wstring text = row[0];
+              ReplaceAll(text, row[1], row[2], row.on(3) ? CompareMode::binary : CompareMode::text);
+              return text;
+          }},
+         {L"RoundValue",
+          [](auto& w, const Row& row) {
+              bool flag = false;
+              return w.rounded(row, flag);
+          }},
+         {L"RoundValue with third decimal",
+          [](auto& w, const Row& row) {
+              bool flag = true;
+              const std::wstring result = w.rounded(row, flag);
+              return joined(result, std::to_wstring(flag));
+          }},
+         {L"RoundValue refused", [](auto& w, const Row& row) {
+              const auto display = w.fake.automation.object(L"display");
+              display->answers(L"ErrorMsg", Empty{});
+              w.fake.automation.provided.emplace(errorDisplayProgId, display);
+              bool flag = true;
+              Value value = valueOf(row[0]), again = value;
+              const std::wstring result = shown(RoundValue(w.rt, value, 2, flag));
+              EXPECT_TRUE(flag && w.fake.automation.log.empty());
+              Runtime developing(w.fake.border, true);
+              RoundValue(developing, again, 2, flag);
+              return joined(result, shown(value),
+                            std::get<std::wstring>(w.fake.automation.log.back().arguments.at(1)));
+          }}});
+}
+
+using Numbers = Scripted;
+
+TEST_F(Numbers, DevelopersAreAskedAboutTheOtherConvention) {
+    rt.developerMode = true;
+    ToVal(rt, L"1.234,5");
+    EXPECT_EQ(shownBoxes(*this), L"");
+    ToVal(rt, L"1,234.5 m");
+    EXPECT_EQ(shownBoxes(*this), L" Warum Englisch Formatiert:  1,234.5 |ToVal - bistEntwicklung|4096");
+}
+
+TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
+    const std::wstring zeros(1'000'000, L'0');
+    EXPECT_EQ(ToVal(rt, std::wstring(1'000'000, L'9')), 0) << "too large for a double";
+    EXPECT_EQ(ToVal(rt, zeros + L"1,5"), 1.5);
+    EXPECT_EQ(ToVal(rt, std::wstring(1'000'000, L' ') + L"7"), 7);
+    EXPECT_EQ(readNumber(L"0." + zeros + L"1E1000001"), 1);
+    EXPECT_EQ(readNumber(L"1" + zeros + L"E-1000000"), 1);
+    EXPECT_EQ(readNumber(L"9007199254740993." + zeros + L"1"), 9007199254740994.0)
+        << "half-way but for one digit far behind";
+    EXPECT_EQ(numberText(1e300, L"."), L"1" + std::wstring(300, L'0'));
+    EXPECT_EQ(numberText(5e-324, L".").substr(320), L"00000494065645841247");
+    EXPECT_EQ(formatted(0.25, L"0." + zeros.substr(0, 300), {}), L"0.25" + zeros.substr(0, 298));
+    const bool enoughMemory = sizeof(void*) == 8;
+    EXPECT_TRUE(enoughMemory ||
+                PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false) == L"abc");
+}
+
+TEST_F(Numbers, ReadAndWrittenAsTheCompilersLibraryDoes) {
+    std::mt19937_64 random;
+    for (int i = 0; i < 5'000; ++i) {
+        const auto number = std::bit_cast<double>(random());
+        if (!std::isfinite(number))
+            continue;
+        char text[80];
+        std::snprintf(text, sizeof text, "%.*e", i % 22, number);
+        const double expected = std::strtod(text, nullptr);
+        ASSERT_TRUE(!std::isfinite(expected) ||
+                    readNumber(std::wstring(text, text + std::strlen(text))) == expected)
+            << text;
+        // Cut behind the 15th digit by hand: the C library rounds ties to even.
+        std::snprintf(text, sizeof text, "%+.60e", number);
+        const long long kept = std::stoll(text[1] + std::string(text + 3, 14)) + (text[17] >= '5' ? 1 : 0);
+        const int exponent = std::atoi(std::strchr(text, 'e') + 1) - 14;
+        const std::string rounded = text[0] + std::to_string(kept) + "e" + std::to_string(exponent);
+        const double again = std::strtod(rounded.c_str(), nullptr);
+        ASSERT_TRUE(!std::isfinite(again) || readNumber(numberText(number, L".")) == again) << rounded;
+    }
+}
+
+TEST_F(Numbers, RoundingAgreesWithWholeNumbersAndToTheLastBitInEveryBuild) {
+    std::mt19937_64 random;
+    const auto rounded = [this](Value value, std::int16_t decimals) {
+        bool flag = false;
+        return RoundValue(rt, value, decimals, flag);
+    };
+    for (int i = 0; i < 5'000; ++i) {
+        const auto units = static_cast<std::int64_t>(random() % 9'000'000'000);
+        const std::int64_t rest = units % 1000;
+        if (rest == 499)
+            continue; // on the edge the last bit of the product decides
+        const auto number = static_cast<double>(units) / 100'000;
+        const auto expected = static_cast<double>(units / 1000 + (rest > 499 ? 1 : 0)) / 100;
+        ASSERT_EQ(rounded(number, 2), Value(expected)) << number;
+    }
+    EXPECT_EQ(rounded(0x1.0p-1074, 5), Value(0.0));
+    EXPECT_EQ(rounded(1.0 / 3, 9), Value(0x1.5555554f9b516p-2));
+    EXPECT_EQ(rounded(8.0e15 + 1, 1), Value(0x1.c6bf526340000p+52));
+}
+
+} // namespace
+} // namespace tarv

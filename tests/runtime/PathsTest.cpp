@@ -1,0 +1,63 @@
+#include "runtime/Funktionen32/Funktionen32.h"
+#include "tests/support/Table.h"
+
+namespace tarv {
+namespace {
+
+struct PathsCase : World {
+    PathsCase() {
+        fake.disk.shortNames = {{L"PROGRA~1", L"Program Files"}, {L"LANGED~1.TXT", L"Lange Datei.txt"}};
+        fake.disk.addFile(L"C:\\Program Files\\Lange Datei.txt", "", attribute::hidden);
+    }
+    /// Each entry ends at a ";".
+    void setEnvironment(const std::wstring& cell) {
+        fake.facts.variables = {L""};
+        for (const wchar_t c : cell)
+            if (c == L';')
+                fake.facts.variables.emplace_back();
+            else
+                fake.facts.variables.back() += c;
+    }
+};
+
+TEST(Tables, Paths) {
+    checkTable<PathsCase>(
+        "Paths.txt",
+        {{L"AddBackslash", [](auto&, const Row& row) { return AddBackslash(row[0]); }},
+         {L"GetFileName", [](auto&, const Row& row) { return GetFileName(row[0], row.on(1)); }},
+         {L"MakeProgramDataKey", [](auto&, const Row& row) { return MakeProgramDataKey(row[0], row[1]); }},
+         {L"StripRibbonSuffix", [](auto&, const Row& row) { return StripRibbonSuffix(row[0]); }},
+         {L"upperCase", [](auto&, const Row& row) { return upperCase(row[0]); }},
+         {L"lowerCase", [](auto&, const Row& row) { return lowerCase(row[0]); }},
+         {L"trim", [](auto&, const Row& row) { return std::wstring(trim(row[0])); }},
+         {L"OwnProgram",
+          [](auto& w, const Row& row) {
+              w.fake.facts.program = row[0];
+              return joined(programFolder(w.rt), programName(w.rt));
+          }},
+         {L"SplitPath",
+          [](auto& w, const Row& row) {
+              w.fake.disk.currentDirectory = row[0];
+              std::wstring drive = L"-", folder = L"-", file = L"-";
+              SplitPath(w.rt, row[1], drive, folder, file);
+              return joined(drive, folder, file);
+          }},
+         {L"File_getLongPath",
+          [](auto& w, const Row& row) {
+              w.rt.developerMode = row.on(0);
+              const std::wstring found = File_getLongPath(w.rt, row[1]);
+              return found + shownBoxes(w);
+          }},
+         {L"GetEnvValue",
+          [](auto& w, const Row& row) {
+              w.setEnvironment(row[1]);
+              return GetEnvValue(w.rt, row[0]);
+          }},
+         {L"GetTempFolder", [](auto& w, const Row& row) {
+              w.setEnvironment(row[1]);
+              return GetTempFolder(w.rt, row.on(0));
+          }}});
+}
+
+} // namespace
+} // namespace tarv
