@@ -6,7 +6,6 @@
 #include "shell/SupportActions.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
-#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 
@@ -27,8 +26,6 @@ protected:
     StarterProcesses() {
         fs::create_directories(folder);
         fake.facts.program = folder + L"TarvService.exe";
-        fake.facts.system = border.facts->systemDirectory();
-        fake.facts.setVariable(L"SystemRoot", border.facts->windowsDirectory(255));
         rt.platform.facts = &fake.facts;
     }
     ~StarterProcesses() override {
@@ -81,23 +78,6 @@ TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheClient) {
     EXPECT_TRUE(report(decoy, 300).empty()) << "not even where the client is missing";
     CloseHandle(reinterpret_cast<HANDLE>(start(client, L"", true)));
     EXPECT_FALSE(report(decoy).empty()) << "the direct start leaves the search to the system";
-}
-
-TEST_F(StarterProcesses, NoDecoyStartsInsteadOfTheConsole) {
-    if (!underWine())
-        GTEST_SKIP() << "puts a program of its own in the place of the system's services console";
-    const std::wstring console = install(border.facts->systemDirectory() + L"\\mmc.exe"),
-                       beside = install(folder + L"mmc.exe");
-    const std::wstring windows = border.facts->windowsDirectory(255);
-    const fs::path before = fs::current_path();
-    fs::current_path(folder);
-    openServicesConsole(rt);
-    fs::current_path(before);
-    const std::vector<std::wstring> seen = report(console);
-    ASSERT_FALSE(seen.empty());
-    EXPECT_EQ(seen[0], L"mmc " + windows + L"\\system32\\services.msc /s");
-    EXPECT_EQ(seen[2], L"2") << "minimised";
-    EXPECT_TRUE(report(beside, 300).empty());
 }
 
 TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {

@@ -5,7 +5,6 @@
 #include "xml/clsXML.h"
 
 #include <functional>
-#include <thread>
 
 #include <windows.h>
 
@@ -71,22 +70,17 @@ TEST_P(Xml, EveryStepOnTheDocument) {
 }
 
 /// Wine's pattern language of version 1 ends the program at many a path that is none: only for version 6.
-TEST_P(Xml, RefusesNamesAndPathsThatAreNone) {
+TEST_P(Xml, RefusesPathsThatAreNone) {
+    if (GetParam() != 6)
+        return;
     ASSERT_TRUE(xml.OpenFromString(L"<r><c/></r>", true));
     const std::wstring before = xml.XML();
-    for (const wchar_t* name : {L"", L"1a", L"a b", L"a<b", L"\x01", L"a\xD800"}) {
-        EXPECT_EQ(raised([&] { xml.MakeNode(L"/r", name); }), error_number::invalidCall);
-        EXPECT_FALSE(xml.InsertNode(L"c", name, 1));
-        EXPECT_FALSE(*name && xml.InsertNode(L"c", L"d", 1, {}, name, 1));
-        EXPECT_FALSE(xml.WriteAttribute(L"c", name, 1));
+    for (const wchar_t* wrong : {L"", L"//", L"$", L"string(.)", L"c[", L"c/", L"ns:c"}) {
+        EXPECT_EQ(xml.ReadNode(wrong), L"");
+        EXPECT_EQ(xml.NodeCount(wrong), 0);
+        EXPECT_NE(raised([&] { xml.ReadNodeXML(wrong); }), 0);
+        EXPECT_NE(raised([&] { xml.MakeNode(wrong, L"d"); }), 0);
     }
-    for (const wchar_t* wrong : {L"", L"//", L"$", L"string(.)", L"c[", L"c/", L"ns:c"})
-        if (GetParam() == 6) {
-            EXPECT_EQ(xml.ReadNode(wrong), L"");
-            EXPECT_EQ(xml.NodeCount(wrong), 0);
-            EXPECT_NE(raised([&] { xml.ReadNodeXML(wrong); }), 0);
-            EXPECT_NE(raised([&] { xml.MakeNode(wrong, L"d"); }), 0);
-        }
     EXPECT_EQ(xml.XML(), before);
 }
 
@@ -94,15 +88,14 @@ TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
     const struct {
         const char *encoding, *mark, *umlaut;
     } encodings[] = {{"UTF-8", "", "\xC3\xA4"}, {"ISO-8859-1", "", "\xE4"}, {"UTF-16", "\xFF\xFE", "\xE4"}};
-    for (int kind = 0; kind < 30; ++kind) {
-        const auto& [encoding, mark, umlaut] = encodings[kind % 3];
-        std::string text =
+    for (const auto& [encoding, mark, umlaut] : encodings) {
+        const std::string text =
             std::string("<?xml version=\"1.0\" encoding=\"") + encoding +
-            "\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>";
-        for (int i = 0; i < kind; ++i)
-            text += "\n <pos nr=\"" + std::to_string(i) + "\"><![CDATA[<kein> &amp; Element]]></pos>";
-        text += std::string("<ende>W") + umlaut +
-                "nde &#8364; 1<b>b</b>&lt;<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n<!-- Ende -->";
+            "\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>"
+            "\n <pos nr=\"1\"><![CDATA[<kein> &amp; Element]]></pos><ende>W" +
+            umlaut +
+            "nde &#8364; 1<b>b</b>&lt;<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n"
+            "<!-- Ende -->";
         std::string bytes = mark;
         for (const char unit : text)
             bytes += *mark ? std::string{unit, '\0'} : std::string{unit};
@@ -113,12 +106,12 @@ TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
             xml.Save(path(L"b.xml"));
         ASSERT_TRUE(xml.OpenFromFile(path(L"b.xml"), true)) << text;
         EXPECT_TRUE(xml.XML() == first) << xml.XML();
-        EXPECT_EQ(xml.NodeCount(L"pos[. = '<kein> &amp; Element']"), kind);
+        EXPECT_EQ(xml.NodeCount(L"pos[. = '<kein> &amp; Element']"), 1);
         EXPECT_EQ(xml.ReadAttribute(L"/lv", L"k"), Value(L"<\"ü"));
         EXPECT_EQ(xml.ReadNode(L"ende"), L"Wände € 1b<");
         for (const wchar_t* kept :
              {L"<?ausgabe breite=\"80\"?>", L"<!-- Rand -->", L"<!-- Ende -->", L"<![CDATA["})
-            EXPECT_TRUE(first.find(kept) != first.npos || kind == 0) << kept;
+            EXPECT_NE(first.find(kept), first.npos) << kept;
     }
 }
 
@@ -166,32 +159,6 @@ TEST_P(Xml, SavesADocumentThatBeginsWithNotations) {
         xml.Save(path(L"a.xml"));
         EXPECT_NE(world->bytes(path(L"a.xml")).value_or("").find("<r>\xC3\xA4</r>"), std::string::npos);
     }
-}
-
-/// 1,000 saves in both versions together.
-TEST_P(Xml, SavesWhileEveryFreshFileIsOpened) {
-    ASSERT_TRUE(xml.OpenFromString(L"<r/>", true));
-    fake.desktop.onSleep = [&] { Sleep(fake.desktop.sleeps.back()); };
-    std::jthread scanner([&, fresh = path(L"a.xml.neu")](const std::stop_token& end) {
-        while (!end.stop_requested()) {
-            const HANDLE file = CreateFileW(fresh.c_str(), GENERIC_READ,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                            OPEN_EXISTING, 0, nullptr);
-            if (file == INVALID_HANDLE_VALUE)
-                continue;
-            Sleep(3);
-            CloseHandle(file);
-            while (GetFileAttributesW(fresh.c_str()) != INVALID_FILE_ATTRIBUTES && !end.stop_requested())
-                Sleep(0);
-        }
-    });
-    for (int i = 0; i < 500; ++i) {
-        xml.WriteNode(L"/r", std::to_wstring(i));
-        ASSERT_EQ(raised([&] { xml.Save(path(L"a.xml")); }), 0) << i;
-        ASSERT_NE(world->bytes(path(L"a.xml")).value_or("").find("<r>" + std::to_string(i) + "</r>"),
-                  std::string::npos);
-    }
-    EXPECT_FALSE(fake.desktop.sleeps.empty()) << "nobody was in the way";
 }
 
 TEST_P(Xml, AFailedSaveLeavesTheOldFile) {
