@@ -8,24 +8,26 @@ function(tarv_public_headers target scope)
     target_sources(${target} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARGN})
 endfunction()
 
+# The names by which others link the library, in a tree of their own as with find_package.
+function(tarv_name_libraries)
+    foreach(name platform platform_windows win runtime scripted xml)
+        if(TARGET tarv_${name})
+            string(REPLACE platform_windows windows public ${name})
+            set_target_properties(tarv_${name} PROPERTIES EXPORT_NAME ${public} DEBUG_POSTFIX d)
+            add_library(TARVENIK::${public} ALIAS tarv_${name})
+        endif()
+    endforeach()
+endfunction()
+
 function(tarv_install_package)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)
         set(arch x64)
     else()
         set(arch x86)
     endif()
-    set(targets tarv_platform tarv_platform_windows tarv_win tarv_runtime tarv_scripted tarv_xml)
-    set_target_properties(tarv_platform PROPERTIES EXPORT_NAME platform)
-    set_target_properties(tarv_platform_windows PROPERTIES EXPORT_NAME windows)
-    set_target_properties(tarv_win PROPERTIES EXPORT_NAME win)
-    set_target_properties(tarv_runtime PROPERTIES EXPORT_NAME runtime)
-    set_target_properties(tarv_scripted PROPERTIES EXPORT_NAME scripted)
-    set_target_properties(tarv_xml PROPERTIES EXPORT_NAME xml)
-    set_target_properties(tarv_platform_windows tarv_win tarv_runtime tarv_scripted tarv_xml PROPERTIES DEBUG_POSTFIX d)
-
     set(package lib/cmake/TARVENIK)
     install(
-        TARGETS ${targets}
+        TARGETS tarv_platform tarv_platform_windows tarv_win tarv_runtime tarv_scripted tarv_xml
         EXPORT TARVENIKTargets
         ARCHIVE DESTINATION lib/${arch}
         FILE_SET HEADERS DESTINATION include/tarvenik
@@ -39,6 +41,14 @@ function(tarv_install_package)
     )
     install(
         FILES ${PROJECT_SOURCE_DIR}/cmake/TARVENIKConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/TARVENIKConfigVersion.cmake
+        DESTINATION ${package}
+    )
+    # The toolchains that the libraries are built with.
+    install(
+        FILES
+            ${PROJECT_SOURCE_DIR}/cmake/mingw-w64.cmake
+            ${PROJECT_SOURCE_DIR}/cmake/x64.cmake
+            ${PROJECT_SOURCE_DIR}/cmake/x86.cmake
         DESTINATION ${package}
     )
 endfunction()

@@ -14,6 +14,10 @@ function(tarv_library name)
     tarv_sources(sources ${ARGN})
     add_library(${name} STATIC ${sources})
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
-    # Our warnings and definitions are no business of those who link the installed library.
-    target_link_libraries(${name} PUBLIC $<BUILD_INTERFACE:tarv_options>)
+    # Our warnings and definitions are no business of those who link the library, installed or in a tree of their own.
+    if(PROJECT_IS_TOP_LEVEL)
+        target_link_libraries(${name} PUBLIC $<BUILD_INTERFACE:tarv_options>)
+    else()
+        target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:tarv_options>)
+    endif()
 endfunction()

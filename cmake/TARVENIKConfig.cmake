@@ -2,6 +2,7 @@
 #   TARVENIK::runtime   the runtime library (configuration, trace, errors, paths, files, numbers, starter, Base64 ...)
 #   TARVENIK::xml       XML documents by path
 #   TARVENIK::windows   the border to the running Windows, which a program hands to the two above
+#   TARVENIK::scripted  that border played in memory, for tests without Windows
 #   TARVENIK::platform  the border's interfaces alone, for a border of one's own
 # Headers are included by their folder: "runtime/ModRkIni.h", "xml/clsXML.h", "platform/windows/WindowsPlatform.h".
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)

@@ -10,4 +10,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 # Packages of libraries lie where the user says (CMAKE_PREFIX_PATH), not in the compiler's own folder.
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine;${TARV_ARCH})
+# Not where it is installed for other programs.
+if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/../tools/wine)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine;${TARV_ARCH})
+endif()
