@@ -27,7 +27,7 @@ struct RegionalNumbers : Contract {
 
     std::wstring formatted(double number, const wchar_t* pictureText) {
         TextBuffer text;
-        appendFormatted(text, number, picture(pictureText), numberFormat(rt));
+        appendFormatted(text, number, numberPicture(pictureText), numberFormat(rt));
         return std::wstring(text.view());
     }
 };
