@@ -68,8 +68,8 @@ private:
     /// False when the duplicate counter is full.
     bool addGroup(std::wstring_view name, const std::wstring& file, std::wstring_view label) {
         std::int32_t& marks = marks_[std::wstring(name)];
-        // Marking anew from the plain name would find every earlier occurrence taken, one after the other: go
-        // straight to the first text that may be free, and count as if each had been tried.
+        // One mark after the other would meet every earlier occurrence again. So this goes straight to the
+        // first text that may be free, and counts as if each had been tried.
         if (!count(marks))
             return false;
         std::wstring shown(name);
@@ -92,8 +92,8 @@ private:
         const auto lines = elements(section);
         std::vector<std::wstring> result;
         result.reserve(lines.size());
-        // All keys of the group in one text of sufficient size: a text for each would cost a quarter of the
-        // time.
+        // The keys of the group share one text that is large enough. A text for each key would cost a quarter
+        // of the time.
         std::wstring& keys = keyTexts_.emplace_front();
         keys.reserve(section.size() + lines.size() * (group.size() + 1));
         for (const std::wstring_view line : lines) {

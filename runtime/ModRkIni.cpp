@@ -97,11 +97,9 @@ std::wstring GetMachineDirectory(Runtime& rt, std::wstring_view key, bool quiet)
         return folder;
     }
     if (!quiet) {
-        std::wstring text = TranslateText(L"Eintrag '");
-        text.append(key).append(TranslateText(L"'=.. oder Gruppe [")).append(group);
-        text.append(TranslateText(L"] oder Datei '"))
-            .append(file)
-            .append(TranslateText(L"' Nicht gefunden !"));
+        const std::wstring text =
+            TranslateText(L"Eintrag '").append(key) + TranslateText(L"'=.. oder Gruppe [").append(group) +
+            TranslateText(L"] oder Datei '") + file + TranslateText(L"' Nicht gefunden !");
         rt.platform.desktop->messageBox(text, TranslateText(L"INSTALLATIONS-FEHLER"),
                                         message_box::critical + message_box::systemModal);
     }

@@ -11,16 +11,13 @@ namespace {
 /// BIF_RETURNONLYFSDIRS
 constexpr std::uint32_t fileSystemFoldersOnly = 1;
 
-/// Handles have 32 significant bits; the system extends them by their sign.
-WindowHandle windowOf(std::int32_t handle) {
-    return static_cast<WindowHandle>(static_cast<std::intptr_t>(handle));
-}
-
 } // namespace
 
 void cls_PathDialog::StartPathDialog() {
     ShellOperations& shell = *rt_.platform.shell;
-    const WindowHandle owner = owner_ != 0 ? windowOf(owner_) : shell.desktopWindow();
+    // Handles have 32 significant bits; the system extends them by their sign.
+    const auto given = static_cast<WindowHandle>(std::intptr_t{owner_});
+    const WindowHandle owner = given != WindowHandle::none ? given : shell.desktopWindow();
     const auto folder = shell.browseForFolder({owner, title_, fileSystemFoldersOnly});
     cancelled_ = !folder;
     chosen_ = folder ? std::wstring(untilNul(*folder)) : std::wstring();

@@ -10,26 +10,32 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace tarv {
 namespace {
 
+/// The standard alphabet of RFC 4648: a digit's value is its place.
+constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::uint8_t padding = '=';
 constexpr std::size_t pairs = 65536;
 
+/// Value of each character as a digit; 0 for what is none.
+std::array<std::uint8_t, 256> digitValues() {
+    std::array<std::uint8_t, 256> values{};
+    for (std::size_t i = 0; i < alphabet.size(); ++i)
+        values[static_cast<std::uint8_t>(alphabet[i])] = static_cast<std::uint8_t>(i);
+    return values;
+}
+
+static_assert(std::endian::native == std::endian::little);
+
 /// A number and its bytes in memory, the highest first. Compilers make one instruction of it.
 std::uint64_t bigEndian(std::uint64_t number) {
-    if constexpr (std::endian::native == std::endian::big)
-        return number;
     number = (number & 0x00FF00FF00FF00FF) << 8 | (number >> 8 & 0x00FF00FF00FF00FF);
     number = (number & 0x0000FFFF0000FFFF) << 16 | (number >> 16 & 0x0000FFFF0000FFFF);
     return number << 32 | number >> 32;
-}
-
-std::uint16_t inMemory(std::uint8_t first, std::uint8_t second) {
-    const std::array bytes{first, second};
-    return std::bit_cast<std::uint16_t>(bytes);
 }
 
 /// Raises overflow when the last index of an array of that size exceeds 32 bits.
@@ -54,24 +60,16 @@ std::span<const std::uint8_t> withoutPadding(std::span<const std::uint8_t> digit
 
 } // namespace
 
-std::array<std::uint8_t, 256> base64DigitValues() {
-    std::array<std::uint8_t, 256> values{};
-    for (std::size_t i = 0; i < base64Alphabet.size(); ++i)
-        values[static_cast<std::uint8_t>(base64Alphabet[i])] = static_cast<std::uint8_t>(i);
-    return values;
-}
-
 Base64Codec::Base64Codec() : pairOf_(pairs) {
     for (std::size_t bits = 0; bits < encodings; ++bits) {
-        charactersOf_[4 * bits + 2] = static_cast<std::uint8_t>(base64Alphabet[bits >> 6]);
-        charactersOf_[4 * bits + 3] = static_cast<std::uint8_t>(base64Alphabet[bits & 63]);
+        charactersOf_[4 * bits + 2] = static_cast<std::uint8_t>(alphabet[bits >> 6]);
+        charactersOf_[4 * bits + 3] = static_cast<std::uint8_t>(alphabet[bits & 63]);
     }
 
-    const auto values = base64DigitValues();
+    const auto values = digitValues();
     for (std::size_t first = 0; first < values.size(); ++first)
         for (std::size_t second = 0; second < values.size(); ++second)
-            pairOf_[inMemory(static_cast<std::uint8_t>(first), static_cast<std::uint8_t>(second))] =
-                static_cast<std::uint16_t>(values[first] << 6 | values[second]);
+            pairOf_[second << 8 | first] = static_cast<std::uint16_t>(values[first] << 6 | values[second]);
 }
 
 std::size_t Base64Codec::decodedSize(std::size_t digits) {
@@ -153,9 +151,9 @@ void Base64Codec::decode(std::span<const std::uint8_t> digits, std::span<std::ui
 
 void BuildBase64Tables(Runtime& rt) {
     auto tables = std::make_shared<Base64Tables>();
-    std::ranges::copy(base64Alphabet, tables->encode.begin());
-    std::ranges::copy(base64Alphabet, tables->encode16.begin());
-    tables->decode = base64DigitValues();
+    std::ranges::copy(alphabet, tables->encode.begin());
+    std::ranges::copy(alphabet, tables->encode16.begin());
+    tables->decode = digitValues();
     std::ranges::copy(tables->decode, tables->decode16.begin());
 
     for (std::size_t byte = 0; byte < tables->characterOfByte.size(); ++byte) {

@@ -4,16 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace tarv {
 
 struct Runtime;
-
-/// The standard alphabet of RFC 4648: a digit's value is its place.
-inline constexpr std::string_view base64Alphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 /// Base64 over memory of the caller. Works on pairs of digits, whose tables (144 KB) are built by the
 /// constructor.
@@ -47,14 +42,11 @@ private:
 
     static constexpr std::size_t encodings = 4096;
 
-    /// Four bytes for each 12 bits: two zeros, then the two characters. Read from the third byte on, an entry
-    /// has its characters in front and the zeros of the next behind, so that two entries need only an "or".
+    /// Four bytes for each 12 bits: two zeros, then the two characters. Four bytes read from the third on are
+    /// these characters and the zeros of the next entry. So two entries are put together by an "or".
     std::array<std::uint8_t, 4 * encodings + 2> charactersOf_{};
     std::vector<std::uint16_t> pairOf_;
 };
-
-/// Value of each character as a digit; 0 for what is none.
-std::array<std::uint8_t, 256> base64DigitValues();
 
 /// A byte array as the suite knows it: one-dimensional, with any lower bound.
 struct ByteArray {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarv {
 namespace {
@@ -24,25 +25,17 @@ constexpr std::wstring_view office2007 = L"Styles\\Office2007_neu.cjstyles";
 constexpr std::wstring_view office2010 = L"Styles\\Office2010.cjstyles";
 constexpr std::wstring_view windows8 = L"Styles\\Windows8.cjstyles";
 
-struct ColourStyle {
-    std::wstring_view key;
-    SkinStyle style;
-};
+using ColourStyle = std::pair<std::wstring_view, SkinStyle>;
 
 constexpr std::array colourStyles{
-    ColourStyle{L"BLUE", {office2007, L"LightBlue.ini"}},
-    ColourStyle{L"SILVER", {office2007, L"NormalSilver.ini"}},
-    ColourStyle{L"BLACK", {office2007, L"NormalBlack.ini"}},
-    ColourStyle{L"WHITE", {windows8, L"NormalAero.ini"}},
+    ColourStyle{L"BLUE", SkinStyle{office2007, L"LightBlue.ini"}},
+    ColourStyle{L"SILVER", SkinStyle{office2007, L"NormalSilver.ini"}},
+    ColourStyle{L"BLACK", SkinStyle{office2007, L"NormalBlack.ini"}},
+    ColourStyle{L"WHITE", SkinStyle{windows8, L"NormalAero.ini"}},
 };
 
 /// No window sets another colour yet.
 constexpr std::wstring_view windowColour = {};
-
-std::wstring joined(std::wstring_view directory, std::wstring_view file) {
-    std::wstring path(directory);
-    return path.append(file);
-}
 
 /// Window handles are 32-bit values for the control, in the 64-bit program too.
 std::int32_t automationHandle(WindowHandle window) {
@@ -54,10 +47,10 @@ std::int32_t automationHandle(WindowHandle window) {
 SkinStyle skinStyle(Runtime& rt, std::wstring_view programDirectory, std::wstring_view colourKey) {
     if (colourKey.empty())
         colourKey = L"WHITE";
-    const auto known = std::ranges::find(colourStyles, colourKey, &ColourStyle::key);
+    const auto known = std::ranges::find(colourStyles, colourKey, &ColourStyle::first);
     if (known != colourStyles.end())
-        return known->style;
-    const bool hasNewest = Uexist(rt, joined(programDirectory, office2010));
+        return known->second;
+    const bool hasNewest = Uexist(rt, std::wstring(programDirectory).append(office2010));
     return {hasNewest ? office2010 : office2007, L"NormalAero.ini"};
 }
 
@@ -71,7 +64,7 @@ void ApplySkin(Runtime& rt, SkinControl& control, std::optional<WindowHandle> ta
     if (!control.object)
         return;
     AutomationObject& skin = *control.object;
-    if (!skin.call(skin_member::loadSkin, {joined(directory, style.file), std::wstring(style.scheme)}))
+    if (!skin.call(skin_member::loadSkin, {directory.append(style.file), std::wstring(style.scheme)}))
         return;
     const WindowHandle window = target.value_or(control.parent);
     if (window == WindowHandle::none || !skin.call(skin_member::applyToWindow, {automationHandle(window)}))

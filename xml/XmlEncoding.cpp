@@ -51,14 +51,10 @@ bool addUtf16(std::string& bytes, char32_t code) {
     return true;
 }
 
-bool addLatin1(std::string& bytes, char32_t code) {
+template <char32_t limit>
+bool addByte(std::string& bytes, char32_t code) {
     add(bytes, code);
-    return code < 0x100;
-}
-
-bool addAscii(std::string& bytes, char32_t code) {
-    add(bytes, code);
-    return code < 0x80;
+    return code < limit;
 }
 
 bool addWindows1252(std::string& bytes, char32_t code) {
@@ -85,8 +81,8 @@ struct Encoding {
 constexpr std::array encodings{
     Encoding{L"utf-8", "", addUtf8},
     Encoding{L"utf-16", "\xFF\xFE", addUtf16},
-    Encoding{L"iso-8859-1", "", addLatin1},
-    Encoding{L"us-ascii", "", addAscii},
+    Encoding{L"iso-8859-1", "", addByte<0x100>},
+    Encoding{L"us-ascii", "", addByte<0x80>},
     Encoding{L"windows-1252", "", addWindows1252},
 };
 
@@ -123,16 +119,18 @@ std::wstring declaredEncoding(std::wstring_view xml) {
     if (!xml.starts_with(L"<?xml") && !xml.starts_with(L"version"))
         return {};
     std::wstring_view rest = xml.substr(0, xml.find(L"?>"));
-    const auto skipTo = [&](std::size_t at) { rest.remove_prefix(std::min(at, rest.size())); };
-    const auto word = rest.find(L"encoding");
-    if (word == rest.npos)
+    const auto skip = [&](std::size_t count) {
+        rest.remove_prefix(std::min(count, rest.size()));
+        rest.remove_prefix(std::min(rest.find_first_not_of(white), rest.size()));
+    };
+    constexpr std::wstring_view word = L"encoding";
+    const auto found = rest.find(word);
+    if (found == rest.npos)
         return {};
-    skipTo(word + 8);
-    skipTo(rest.find_first_not_of(white));
+    skip(found + word.size());
     if (!rest.starts_with(L'='))
         return {};
-    skipTo(1);
-    skipTo(rest.find_first_not_of(white));
+    skip(1);
     if (rest.empty() || (rest.front() != L'"' && rest.front() != L'\''))
         return {};
     const auto end = rest.find(rest.front(), 1);
@@ -145,7 +143,7 @@ bool knowsEncodingOf(std::wstring_view xml) {
 
 std::optional<std::string> encodedAsDeclared(std::wstring_view xml) {
     const Encoding* known = encodingOf(xml);
-    return encoded(xml, known ? *known : Encoding{L"", "", addAscii}, false);
+    return encoded(xml, known ? *known : Encoding{L"", "", addByte<0x80>}, false);
 }
 
 std::optional<std::string> encodedWithReferences(std::wstring_view xml) {

@@ -3,10 +3,9 @@
 #include "platform/Desktop.h"
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
-#include "platform/SystemFacts.h"
 #include "runtime/Funktionen32/Errors.h"
+#include "runtime/Funktionen32/Paths.h"
 #include "runtime/Runtime.h"
-#include "xml/ParseErrorReport.h"
 #include "xml/XmlEncoding.h"
 
 #include <optional>
@@ -20,26 +19,32 @@ namespace {
 constexpr auto encodingSwitchRefused = static_cast<std::int32_t>(0xC00CE56F);
 
 std::wstring_view programmaticId(std::int16_t version) {
-    switch (version) {
-    case 6:
-        return L"Msxml2.DOMDocument.6.0";
-    case 1:
-        return L"Msxml.DOMDocument";
-    default:
-        return {};
-    }
+    return version == 6 ? L"Msxml2.DOMDocument.6.0" : version == 1 ? L"Msxml.DOMDocument" : L"";
 }
 
 /// What went wrong with a load: the parser's own account, or the record of the call that failed.
-XmlParseError reasonOf(XmlDocument& document, const std::optional<ErrorRecord>& failedCall) {
-    XmlParseError reason;
-    if (auto known = document.parseError())
-        reason = std::move(*known);
-    if (reason.code == 0 && failedCall) {
-        reason.code = failedCall->number;
-        reason.reason = failedCall->description + L"\r\n";
+XmlParseError reasonOf(XmlDocument& document, const Automated<bool>& loaded) {
+    XmlParseError reason = document.parseError().valueOr({});
+    if (reason.code == 0 && !loaded) {
+        reason.code = loaded.error().number;
+        reason.reason = loaded.error().description + L"\r\n";
     }
     return reason;
+}
+
+/// Shows why a document could not be loaded. `file` is empty for a text.
+void showParseError(Runtime& rt, const XmlParseError& error, std::wstring_view file) {
+    const std::wstring lineEnd = L"\r\n";
+    std::wstring text = L"Fehler beim Laden von XML";
+    if (!file.empty())
+        text += L":" + lineEnd + std::wstring(file);
+    text += lineEnd + lineEnd + std::to_wstring(error.code) + lineEnd;
+    // The reason brings its own line end.
+    text += error.reason + L"Line " + std::to_wstring(error.line) + L", Position " +
+            std::to_wstring(error.linePosition) + lineEnd + lineEnd;
+    text += error.sourceText + lineEnd;
+    rt.platform.desktop->messageBox(text, L"XML Parse Error",
+                                    message_box::ok | message_box::exclamation | message_box::systemModal);
 }
 
 /// Settings in this order, then the load. Externals stay unresolved: a document must not fetch files or
@@ -53,16 +58,10 @@ Automated<bool> load(XmlDocument& document, XmlSource kind, std::wstring_view so
     return kind == XmlSource::file ? document.load(source) : document.loadXml(source);
 }
 
-std::wstring scratchFile(Runtime& rt) {
-    std::wstring path = rt.platform.facts->programPath();
-    path.resize(path.rfind(L'\\') + 1);
-    return path + L"tempgoxml.xml";
-}
-
 XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::wstring_view xml,
                                       bool showErrors) {
     FileStore& files = *rt.platform.files;
-    const std::wstring path = scratchFile(rt);
+    const std::wstring path = AddBackslash(programFolder(rt)) + L"tempgoxml.xml";
     const std::optional<std::string> bytes = encodedAsDeclared(xml);
     const SystemCode code = bytes ? files.overwrite(path, *bytes) : 0;
     XmlDocumentRef document;
@@ -119,8 +118,7 @@ XmlDocumentRef OpenXML(Runtime& rt, std::int16_t version, XmlSource kind, std::w
     const auto loaded = load(*document, kind, source);
     if (loaded && *loaded)
         return document;
-    const XmlParseError reason =
-        reasonOf(*document, loaded ? std::nullopt : std::optional<ErrorRecord>(loaded.error()));
+    const XmlParseError reason = reasonOf(*document, loaded);
     if (kind == XmlSource::string && version == 1 && reason.code == encodingSwitchRefused) {
         document.reset();
         return openThroughScratchFile(rt, version, source, showErrors);

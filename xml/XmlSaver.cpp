@@ -28,10 +28,10 @@ ErrorRecord errorRecord(std::int32_t number, std::wstring description) {
     return {number, std::move(description), L"clsXML"};
 }
 
-/// The bytes of a document that its component would not save as declared; nothing where it does so itself.
+/// The document's bytes where they have to be converted here; nothing where the component does it.
 ///
-/// Not every component converts to the encoding that the declaration names: some write UTF-8 under it. Those
-/// tell the encoding in the document's text too, while the others, whose text knows none, leave it out there.
+/// Some components write UTF-8 whatever encoding the declaration names. The document's text tells which:
+/// theirs names the encoding, that of a component which converts leaves it out.
 std::optional<std::string> convertedHere(XmlDocument& document) {
     const std::wstring text = valueOrRaise(document.xml());
     const std::wstring encoding = declaredEncoding(text);
@@ -56,9 +56,9 @@ bool isOneOf(SystemCode code, std::initializer_list<SystemCode> codes) {
     return std::ranges::find(codes, code) != codes.end();
 }
 
-/// Gives `fresh` the name `file`. Scanners and synchronisers open fresh files for moments, and a file that
-/// somebody has open cannot be put in another's place: it is tried for half a second. An attempt that took
-/// the old file away and failed then is completed by the next one, which finds none.
+/// Gives `fresh` the name `file`. Scanners and synchronisers open new files for a moment, and an open file
+/// cannot take another's place. So it is tried for half a second. Where an attempt removes the old file and
+/// then fails, the next one finds nothing to replace and completes it.
 SystemCode putInPlace(const Platform& platform, std::wstring_view file, std::wstring_view fresh) {
     using namespace system_code;
     constexpr int attempts = 50;

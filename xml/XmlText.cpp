@@ -1,29 +1,17 @@
 #include "xml/XmlText.h"
 
+#include "runtime/Funktionen32/NumberText.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "xml/XmlFailure.h"
+
 #include <algorithm>
-#include <cstdint>
+#include <array>
+#include <cmath>
+#include <limits>
 #include <span>
 
 namespace tarv {
 namespace {
-
-constexpr std::wstring_view bareDeclaration = L"<?xml version=\"1.0\"?>";
-constexpr std::wstring_view fullDeclaration = L"<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
-
-wchar_t small(wchar_t letter) {
-    return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter + (L'a' - L'A')) : letter;
-}
-
-bool equalInAnyCase(std::wstring_view a, std::wstring_view b) {
-    return std::ranges::equal(a, b, {}, small, small);
-}
-
-std::size_t findBareDeclaration(std::wstring_view xml, std::size_t from) {
-    for (auto at = xml.find(L"<?", from); at != xml.npos; at = xml.find(L"<?", at + 2))
-        if (equalInAnyCase(xml.substr(at, bareDeclaration.size()), bareDeclaration))
-            return at;
-    return xml.npos;
-}
 
 bool isHighHalf(wchar_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
@@ -51,26 +39,31 @@ bool within(std::span<const Range> ranges, wchar_t unit) {
                                [=](Range range) { return code >= range.first && code <= range.last; });
 }
 
+constexpr std::wstring_view separator = L", ";
+
+/// The first three parts; those behind them do not count.
+std::array<std::wstring_view, 3> threeParts(std::wstring_view text) {
+    std::array<std::wstring_view, 3> parts;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto end = text.find(separator);
+        if (end == text.npos && i + 1 < parts.size())
+            raiseXmlError(error_number::subscriptOutOfRange);
+        parts[i] = text.substr(0, end);
+        text.remove_prefix(end == text.npos ? text.size() : end + separator.size());
+    }
+    return parts;
+}
+
 } // namespace
 
 std::wstring withWindowsLineEnds(std::wstring text) {
-    const auto lineFeeds = static_cast<std::size_t>(std::ranges::count(text, L'\n'));
-    if (lineFeeds == 0)
-        return text;
-    std::wstring result;
-    result.reserve(text.size() + lineFeeds);
-    for (const wchar_t unit : text) {
-        if (unit == L'\n')
-            result += L'\r';
-        result += unit;
-    }
-    return result;
+    ReplaceAll(text, L"\n", L"\r\n", CompareMode::binary);
+    return text;
 }
 
 std::wstring withCompleteDeclaration(std::wstring xml) {
-    for (auto at = findBareDeclaration(xml, 0); at != xml.npos;
-         at = findBareDeclaration(xml, at + fullDeclaration.size()))
-        xml.replace(at, bareDeclaration.size(), fullDeclaration);
+    ReplaceAll(xml, LR"(<?xml version="1.0"?>)", LR"(<?xml version="1.0" encoding="UTF-8"?>)",
+               CompareMode::text);
     return xml;
 }
 
@@ -90,6 +83,23 @@ bool isXmlName(std::wstring_view text) {
     return !text.empty() && within(nameStart, text.front()) && isXmlText(text) &&
            std::ranges::all_of(
                text, [](wchar_t unit) { return within(nameStart, unit) || within(nameFurther, unit); });
+}
+
+std::wstring colorText(std::int16_t red, std::int16_t green, std::int16_t blue) {
+    return L"(" + std::to_wstring(red) + std::wstring(separator) + std::to_wstring(green) +
+           std::wstring(separator) + std::to_wstring(blue) + L")";
+}
+
+std::int32_t colorValue(std::wstring_view text) {
+    auto [red, green, blue] = threeParts(text);
+    red.remove_prefix(red.empty() ? 0 : 1);
+    blue.remove_suffix(blue.empty() ? 0 : 1);
+    // The default rounding of the processor: half to even.
+    const double sum = std::nearbyint(readNumber(red) + 256 * readNumber(green) + 65536 * readNumber(blue));
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (!(sum >= Limits::min() && sum <= Limits::max()))
+        raiseXmlError(error_number::overflow);
+    return static_cast<std::int32_t>(sum);
 }
 
 } // namespace tarv

@@ -2,7 +2,6 @@
 
 #include "platform/Platform.h"
 #include "runtime/Runtime.h"
-#include "xml/XmlColor.h"
 #include "xml/XmlFailure.h"
 #include "xml/XmlLoader.h"
 #include "xml/XmlSaver.h"

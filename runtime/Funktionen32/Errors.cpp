@@ -18,10 +18,7 @@
 namespace tarv {
 namespace {
 
-struct Description {
-    std::int32_t number;
-    std::wstring_view text;
-};
+using Description = std::pair<std::int32_t, std::wstring_view>;
 
 constexpr std::array descriptions{
     Description{error_number::invalidCall, L"Ungültiger Prozeduraufruf oder ungültiges Argument"},
@@ -81,8 +78,8 @@ std::int32_t answerCode(const Value& answer) {
 } // namespace
 
 ErrorRecord runtimeErrorRecord(std::int32_t number) {
-    const auto found = std::ranges::find(descriptions, number, &Description::number);
-    return {number, std::wstring(found != descriptions.end() ? found->text : L"Laufzeitfehler"), {}};
+    const auto found = std::ranges::find(descriptions, number, &Description::first);
+    return {number, std::wstring(found != descriptions.end() ? found->second : L"Laufzeitfehler"), {}};
 }
 
 void raise(std::int32_t number) {

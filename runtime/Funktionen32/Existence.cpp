@@ -142,20 +142,6 @@ bool fileStandsForFolder(Runtime& rt, std::wstring_view path, std::uint32_t attr
     return true;
 }
 
-bool attributesSayThere(Runtime& rt, std::wstring_view path, bool directory, std::uint32_t attributes) {
-    if (!directory)
-        return (attributes & fileBits) != 0;
-    return (attributes & attribute::directory) != 0 || fileStandsForFolder(rt, path, attributes);
-}
-
-/// The last resort after all attribute reads have failed.
-bool lastAttempt(Runtime& rt, std::wstring_view path) {
-    if (!hasWildcard(path))
-        return static_cast<bool>(rt.platform.files->attributes(path));
-    std::vector<std::wstring> names;
-    return ListFiles(rt, path, names) >= 1;
-}
-
 bool existsPatiently(Runtime& rt, std::wstring_view path, bool directory, bool quick) {
     if (path.empty())
         return false;
@@ -164,11 +150,17 @@ bool existsPatiently(Runtime& rt, std::wstring_view path, bool directory, bool q
         return probe == Probe::there;
 
     const std::wstring normal = normalised(path);
-    if (const auto attributes = readAttributesPatiently(rt, normal))
-        return attributesSayThere(rt, path, directory, *attributes);
+    if (const auto attributes = readAttributesPatiently(rt, normal)) {
+        if (!directory)
+            return (*attributes & fileBits) != 0;
+        return (*attributes & attribute::directory) != 0 || fileStandsForFolder(rt, path, *attributes);
+    }
     if (quick || (probe == Probe::inconclusive && !hasWildcard(normal)))
         return false;
-    return lastAttempt(rt, normal);
+    // The last resort after all reads have failed.
+    std::vector<std::wstring> names;
+    return hasWildcard(normal) ? ListFiles(rt, normal, names) >= 1
+                               : static_cast<bool>(rt.platform.files->attributes(normal));
 }
 
 } // namespace

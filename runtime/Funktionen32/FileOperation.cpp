@@ -10,6 +10,7 @@
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -30,13 +31,6 @@ constexpr std::int32_t alsoSuccess = 7;
 
 constexpr std::wstring_view nul(L"\0", 1);
 
-struct Job {
-    std::vector<std::wstring> sources;
-    std::vector<std::wstring> targets;
-    ShellFileRequest request;
-    bool checksArrival = false;
-};
-
 ErrorRecord failed(std::int32_t number) {
     return {number, L"Datei-Operation fehlgeschlagen", {}};
 }
@@ -53,6 +47,17 @@ std::vector<std::wstring> members(std::wstring_view list) {
     return result;
 }
 
+/// What the caller wants, and what it comes to.
+struct Job {
+    std::int32_t operation;
+    std::wstring_view source;
+    std::wstring_view target;
+    std::int32_t flags;
+    std::vector<std::wstring> sources = members(source);
+    std::vector<std::wstring> targets = members(target);
+    bool checksArrival = operation == file_operation::copy && source.find_first_of(L"*?") == source.npos;
+};
+
 std::wstring shellList(const std::vector<std::wstring>& paths) {
     std::wstring list;
     for (const std::wstring& path : paths)
@@ -64,7 +69,8 @@ bool isFolder(Runtime& rt, std::wstring_view path) {
     return (rt.platform.files->attributes(path).valueOr(0) & attribute::directory) != 0;
 }
 
-/// Whether the sources go into the one target, seen when they have arrived.
+/// Whether the one target is a folder into which the sources went. Asked after the operation; `wasFolder` is
+/// how it was before.
 bool targetIsFolder(Runtime& rt, const Job& job, bool wasFolder) {
     if (job.targets.size() != 1)
         return false;
@@ -99,30 +105,18 @@ ErrorRecord checkArrival(Runtime& rt, const Job& job, bool targetWasFolder) {
 /// One run through the shell. Number 0 when it is done and everything has arrived.
 ErrorRecord run(Runtime& rt, const Job& job) {
     // The shell would take the current folder for a missing target.
-    if (job.sources.empty() || (job.targets.empty() && job.request.operation != file_operation::remove))
+    if (job.sources.empty() || (job.targets.empty() && job.operation != file_operation::remove))
         return failed(ownFailure);
     const bool targetWasFolder = job.checksArrival && job.targets.size() == 1 && isFolder(rt, job.targets[0]);
-    const ShellFileResult result = rt.platform.shell->fileOperation(job.request);
+    const std::int32_t flags = job.flags | (job.targets.size() > 1 ? multipleTargets : 0);
+    const ShellFileResult result =
+        rt.platform.shell->fileOperation({static_cast<std::uint32_t>(job.operation), shellList(job.sources),
+                                          shellList(job.targets), static_cast<std::uint16_t>(flags)});
     if (result.code != 0 && result.code != alsoSuccess)
         return failed(result.code);
     if (result.aborted)
         return {ownFailure, L"Abbruch durch den Benutzer", {}};
     return job.checksArrival ? checkArrival(rt, job, targetWasFolder) : ErrorRecord{};
-}
-
-std::wstring_view operationName(std::int32_t operation) {
-    switch (operation) {
-    case file_operation::move:
-        return L"Verschieben";
-    case file_operation::copy:
-        return L"Kopieren";
-    case file_operation::remove:
-        return L"Löschen";
-    case file_operation::rename:
-        return L"Umbenennen";
-    default:
-        return {};
-    }
 }
 
 std::wstring forDisplay(std::wstring_view list) {
@@ -132,24 +126,17 @@ std::wstring forDisplay(std::wstring_view list) {
 }
 
 /// The error display may clear its error; the caller's stays.
-bool userWantsRetry(Runtime& rt, std::int32_t operation, std::wstring_view source, std::wstring_view target,
-                    ErrorRecord error) {
+bool userWantsRetry(Runtime& rt, const Job& job, ErrorRecord error) {
+    static constexpr std::array<std::wstring_view, 5> names{L"", L"Verschieben", L"Kopieren", L"Löschen",
+                                                            L"Umbenennen"};
+    const auto operation = static_cast<std::size_t>(job.operation);
     const std::wstring location =
-        L"\n\r\nQuelle: " + forDisplay(source) + L"\r\nZiel:     " + forDisplay(target);
-    const std::wstring heading = TranslateText(
-        std::wstring(L"Fehler beim ").append(operationName(operation)).append(L" von Dateien..."));
+        L"\n\r\nQuelle: " + forDisplay(job.source) + L"\r\nZiel:     " + forDisplay(job.target);
+    const std::wstring heading = TranslateText(std::wstring(L"Fehler beim ")
+                                                   .append(operation < names.size() ? names[operation] : L"")
+                                                   .append(L" von Dateien..."));
     const std::wstring extra = heading + L"   " + StripRibbonSuffix(programName(rt));
     return AskErrorMsg(rt, error, location, extra) == message_box::answerRetry;
-}
-
-Job prepared(std::int32_t operation, std::wstring_view source, std::wstring_view target, std::int32_t flags) {
-    Job job{members(source), members(target), {}, false};
-    if (job.targets.size() > 1)
-        flags |= multipleTargets;
-    job.request = {static_cast<std::uint32_t>(operation), shellList(job.sources), shellList(job.targets),
-                   static_cast<std::uint16_t>(flags)};
-    job.checksArrival = operation == file_operation::copy && source.find_first_of(L"*?") == source.npos;
-    return job;
 }
 
 } // namespace
@@ -164,12 +151,12 @@ bool FileOperation(Runtime& rt, std::int32_t operation, std::wstring_view source
         flags |= noErrorWindow;
     if (silent)
         flags |= noProgress;
-    const Job job = prepared(operation, source, target, flags);
+    const Job job{operation, source, target, flags};
     do {
         error = run(rt, job);
         if (error.number == 0)
             return true;
-    } while (!quiet && userWantsRetry(rt, operation, source, target, error));
+    } while (!quiet && userWantsRetry(rt, job, error));
     return false;
 }
 

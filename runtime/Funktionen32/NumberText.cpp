@@ -2,7 +2,7 @@
 
 #include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Texts.h"
-#include "runtime/detail/DecimalDigits.h"
+#include "runtime/detail/FormattedNumber.h"
 
 #include <array>
 #include <cmath>
@@ -158,21 +158,14 @@ double readNumber(std::wstring_view text) {
 }
 
 std::wstring numberText(double number, std::wstring_view decimalSeparator) {
-    DecimalDigits decimal = decimalDigits(number);
-    while (decimal.digits != 0 && decimal.digits % 10 == 0) {
-        decimal.digits /= 10;
-        ++decimal.exponent;
-    }
-    std::wstring digits = std::to_wstring(decimal.digits);
-    if (decimal.exponent >= 0) {
-        digits.append(static_cast<std::size_t>(decimal.exponent), L'0');
-    } else {
-        const auto places = static_cast<std::size_t>(-decimal.exponent);
-        if (digits.size() <= places)
-            digits.insert(0, places + 1 - digits.size(), L'0');
-        digits.insert(digits.size() - places, decimalSeparator);
-    }
-    return decimal.negative ? L'-' + digits : digits;
+    constexpr NumberPicture allDigits{1, true, 0, 400};
+    TextBuffer text;
+    appendFormatted(text, number, allDigits, L'.');
+    const std::size_t point = text.find(L'.');
+    std::wstring result(text.view().substr(0, point));
+    if (point + 1 < text.size())
+        result.append(decimalSeparator).append(text.view().substr(point + 1));
+    return result;
 }
 
 std::wstring invariantText(const Value& value, std::wstring_view decimalSeparator) {

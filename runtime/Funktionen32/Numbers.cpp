@@ -6,6 +6,7 @@
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
+#include "runtime/detail/FormattedNumber.h"
 #include "runtime/detail/NumberFormat.h"
 
 #include <algorithm>
@@ -50,12 +51,6 @@ void appendNumberText(TextBuffer& number, std::wstring_view text, const NumberFo
     }
 }
 
-void askWhyEnglish(Runtime& rt, std::wstring_view number) {
-    std::wstring text = TranslateText(L"Warum Englisch Formatiert:  ");
-    rt.platform.desktop->messageBox(text.append(number), L"ToVal - bistEntwicklung",
-                                    message_box::ok | message_box::systemModal);
-}
-
 /// Brings a number text to "." as decimal point. What looks unequal here between the conventions is meant so.
 void normaliseSeparators(Runtime& rt, TextBuffer& number, const NumberFormat& format) {
     const auto [decimal, thousands] = format;
@@ -67,7 +62,9 @@ void normaliseSeparators(Runtime& rt, TextBuffer& number, const NumberFormat& fo
             number.removeAll(thousands);
         } else {
             if (bIstEntwicklung(rt))
-                askWhyEnglish(rt, number.view());
+                rt.platform.desktop->messageBox(
+                    TranslateText(L"Warum Englisch Formatiert:  ").append(number.view()),
+                    L"ToVal - bistEntwicklung", message_box::ok | message_box::systemModal);
             number.removeAll(decimal);
         }
     } else if (thousands == L',' && number.contains(L',') && number.contains(L'.') &&
@@ -113,34 +110,15 @@ double powerOf10(int exponent) {
     return index < usual.size() ? usual[index] : readNumber(L"1E" + std::to_wstring(exponent));
 }
 
-/// Twenty "#"; with decimals followed by "0." and as many zeros.
-NumberPicture roundingPicture(int decimals) {
-    NumberPicture result = numberPicture(L"####################");
-    if (decimals > 0) {
-        result.wholeDigits = 1;
-        result.point = true;
-        result.places = result.mostPlaces = decimals;
-    }
-    return result;
+/// Whether a third decimal place is there, in the number as it is shown.
+bool hasThirdDecimal(double number) {
+    TextBuffer text;
+    appendFormatted(text, number, {0, true, 2, 3}, L'.');
+    return text.size() - text.find(L'.') > 3;
 }
 
-bool sameInPictures(double number, const NumberPicture& first, const NumberPicture& second,
-                    const NumberFormat& format) {
-    TextBuffer one;
-    appendFormatted(one, number, first, format);
-    TextBuffer other;
-    appendFormatted(other, number, second, format);
-    return one.view() == other.view();
-}
-
-bool endsAs(double number, double ending, const NumberFormat& format) {
-    constexpr NumberPicture places = numberPicture(L"#.##");
-    TextBuffer wanted;
-    appendFormatted(wanted, ending, places, format);
-    const std::wstring text = regionalText(number, format);
-    const std::wstring_view last3 =
-        std::wstring_view(text).substr(text.size() - std::min<std::size_t>(3, text.size()));
-    return last3 == wanted.view();
+bool endsAs(double number, std::wstring_view decimals, const NumberFormat& format) {
+    return regionalText(number, format).ends_with(std::wstring(1, format.decimal).append(decimals));
 }
 
 Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thirdDecimalFlag,
@@ -149,23 +127,21 @@ Value roundedValue(Runtime& rt, double number, std::int16_t decimals, bool& thir
     // 0.501 and not 0.5: prices of the suite have always been rounded so.
     const double rounded = finite(std::floor(finite(factor * std::fabs(number) + 0.501)) / factor);
     TextBuffer text;
-    appendFormatted(text, rounded, roundingPicture(decimals), format);
+    const bool point = decimals > 0;
+    appendFormatted(text, rounded, {point ? 1 : 0, point, decimals, decimals}, format.decimal);
     // Not scientific, though the decimal separator be an "E".
     double result = numberOf(rt, text.view(), {}, format, false);
     if (number < 0)
         result = 0 - result;
 
-    constexpr NumberPicture twoPlaces = numberPicture(L"#####.00");
-    constexpr NumberPicture threePlaces = numberPicture(L"#####.00#");
-    if (thirdDecimalFlag && sameInPictures(number, twoPlaces, threePlaces, format))
-        thirdDecimalFlag = false;
+    thirdDecimalFlag = thirdDecimalFlag && hasThirdDecimal(number);
     if (decimals == 2 && thirdDecimalFlag) {
-        if (endsAs(result, 0.99, format))
+        if (endsAs(result, L"99", format))
             result += 0.01;
-        else if (endsAs(result, 0.01, format))
+        else if (endsAs(result, L"01", format))
             result -= 0.01;
     }
-    // A picture without "0" shows zero as an empty text.
+    // Without decimals zero is shown as an empty text.
     return text.size() == 0 ? Value(std::int16_t{0}) : Value(result);
 }
 

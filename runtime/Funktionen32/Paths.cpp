@@ -13,18 +13,6 @@
 namespace tarv {
 namespace {
 
-std::wstring absolutePath(Runtime& rt, std::wstring_view path) {
-    if (path.find(L'\\') != path.npos)
-        return std::wstring(path);
-    return AddBackslash(rt.platform.files->currentDirectory()).append(path);
-}
-
-/// The text behind the first "=", trimmed; empty without one.
-std::wstring_view valueOfEntry(std::wstring_view entry) {
-    const auto equals = entry.find(L'=');
-    return equals == entry.npos ? std::wstring_view() : trim(entry.substr(equals + 1));
-}
-
 /// Whether an entry is that of the variable `capitalName`. Some entries carry a blank behind the name.
 bool entryNames(std::wstring_view capitalEntry, std::wstring_view capitalName) {
     if (!capitalEntry.starts_with(capitalName) || capitalEntry.size() == capitalName.size())
@@ -40,9 +28,10 @@ std::wstring firstValue(Runtime& rt, Names names) {
     for (const std::wstring& entry : rt.platform.facts->environment()) {
         if (entry.empty())
             break;
-        if (!names(upperCase(entry)))
+        const auto equals = entry.find(L'=');
+        if (equals == entry.npos || !names(upperCase(entry)))
             continue;
-        if (const auto value = valueOfEntry(entry); !value.empty())
+        if (const auto value = trim(std::wstring_view(entry).substr(equals + 1)); !value.empty())
             return std::wstring(value);
     }
     return {};
@@ -94,7 +83,9 @@ std::wstring GetFileName(std::wstring_view path, bool stripExtension) {
 
 void SplitPath(Runtime& rt, std::wstring_view path, std::wstring& drive, std::wstring& folder,
                std::wstring& file) {
-    const std::wstring whole = absolutePath(rt, path);
+    std::wstring whole(path);
+    if (path.find(L'\\') == path.npos)
+        whole = AddBackslash(rt.platform.files->currentDirectory()).append(path);
 
     // Length of the drive part, 0 without one.
     const auto driveLength = whole.find(L':') + 1;

@@ -44,16 +44,6 @@ std::size_t fileLength(std::wstring_view program) {
     return dot == capital.npos ? program.size() : dot + extensionLength;
 }
 
-SystemCode startElevated(Runtime& rt, std::wstring_view file, std::wstring_view program,
-                         std::wstring_view arguments, std::uint16_t windowStyle) {
-    program = trim(program);
-    const std::size_t length = fileLength(program);
-    std::wstring all(program.substr(length));
-    all.append(L" ").append(arguments);
-    return rt.platform.processes->startThroughShell(file.empty() ? program.substr(0, length) : file,
-                                                    trim(all), windowStyle);
-}
-
 /// Programs of the newer generation, installed in the sub-folder "DotNet\".
 constexpr std::array<std::wstring_view, 8> dotNetKeys{
     L"KELVAR.NET",        L"ADRESSEN.NET", L"ANGEBOT.NET",  L"AUFMASS.NET",
@@ -84,9 +74,13 @@ SystemCode startProgram(Runtime& rt, std::wstring_view file, std::wstring_view p
     Processes& processes = *rt.platform.processes;
     const Answer<ProcessInformation> started = processes.create(request);
     if (!started) {
-        return started.error() == system_code::elevationRequired
-                   ? startElevated(rt, file, program, arguments, windowStyle)
-                   : started.error();
+        if (started.error() != system_code::elevationRequired)
+            return started.error();
+        program = trim(program);
+        const std::size_t length = fileLength(program);
+        const std::wstring rest = std::wstring(program.substr(length)).append(L" ").append(arguments);
+        return processes.startThroughShell(file.empty() ? program.substr(0, length) : file, trim(rest),
+                                           windowStyle);
     }
     processes.close(started->thread);
     processes.close(started->process);

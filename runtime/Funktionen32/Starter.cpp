@@ -29,6 +29,15 @@ void splitBehindExe(std::wstring& program, std::wstring& arguments, std::wstring
     programPart = program;
 }
 
+/// What StartExe has made of its arguments.
+struct Start {
+    std::wstring program;
+    std::wstring arguments;
+    /// The window to be drawn anew, and the one that had the focus.
+    WindowHandle window;
+    WindowHandle activeBefore;
+};
+
 std::wstring joinedArguments(std::wstring_view arguments, std::wstring_view dataText) {
     std::wstring joined(trim(arguments));
     const std::wstring_view data = trim(dataText);
@@ -44,13 +53,13 @@ void runMessages(Runtime& rt, int rounds) {
     }
 }
 
-Answer<ProcessInformation> startDirect(Runtime& rt, std::wstring_view program, std::wstring_view arguments) {
-    program = trim(program);
+Answer<ProcessInformation> startDirect(Runtime& rt, const Start& start) {
+    const std::wstring_view program = trim(start.program);
     // Otherwise the first word of the arguments would be taken for the program.
     if (program.empty())
         return Failure{system_code::fileNotFound};
     ProcessRequest request;
-    request.commandLine.append(program).append(L" ").append(arguments);
+    request.commandLine.append(program).append(L" ").append(start.arguments);
     request.inheritHandles = true;
     request.creationFlags = normalPriorityClass;
     return rt.platform.processes->create(request);
@@ -63,19 +72,15 @@ void reportRefusedStart(Runtime& rt, std::wstring_view program, SystemCode code)
     AskErrorMsg(rt, error, TranslateText(text), TranslateText(L"Start Exe"));
 }
 
-void startAndForget(Runtime& rt, const std::wstring& program, const std::wstring& arguments) {
-    const SystemCode code = trim(program).empty() ? system_code::fileNotFound
-                                                  : startProgram(rt, programFile(rt, program), program,
-                                                                 arguments, window_style::normalFocus);
-    if (code != 0 && IsDesign(rt)) {
-        reportRefusedStart(rt, program, code);
-        return;
-    }
-    runMessages(rt, roundsForAFirstWindow);
-}
-
-void mark(Runtime& rt, bool running, std::wstring name) {
-    MarkExternalProgram(rt, running, true, name);
+void startAndForget(Runtime& rt, const Start& start) {
+    SystemCode code = system_code::fileNotFound;
+    if (!trim(start.program).empty())
+        code = startProgram(rt, programFile(rt, start.program), start.program, start.arguments,
+                            window_style::normalFocus);
+    if (code != 0 && IsDesign(rt))
+        reportRefusedStart(rt, start.program, code);
+    else
+        runMessages(rt, roundsForAFirstWindow);
 }
 
 void giveFocusBack(Runtime& rt, WindowHandle activeBefore) {
@@ -88,21 +93,20 @@ void giveFocusBack(Runtime& rt, WindowHandle activeBefore) {
     }
 }
 
-void startAndWait(Runtime& rt, const std::wstring& program, std::wstring_view arguments, WindowHandle window,
-                  WindowHandle activeBefore) {
-    mark(rt, true, program);
-    Answer<ProcessInformation> child = startDirect(rt, program, arguments);
-    if (window != WindowHandle::none) {
+void startAndWait(Runtime& rt, const Start& start) {
+    rt.externalProgram = {true, start.program};
+    Answer<ProcessInformation> child = startDirect(rt, start);
+    if (start.window != WindowHandle::none) {
         runMessages(rt, roundsBeforeRepainting);
         // The window may have been closed meanwhile.
-        if (rt.platform.desktop->isWindow(window))
-            rt.platform.desktop->redraw(window);
+        if (rt.platform.desktop->isWindow(start.window))
+            rt.platform.desktop->redraw(start.window);
         PumpMessages(rt);
     }
     if (child)
         WaitForProcessEnd(rt, *child);
-    mark(rt, false, {});
-    giveFocusBack(rt, activeBefore);
+    rt.externalProgram = {};
+    giveFocusBack(rt, start.activeBefore);
 }
 
 /// Milliseconds for which the program's windows may stand still at a time.
@@ -139,23 +143,22 @@ std::intptr_t StartExe(Runtime& rt, std::wstring_view program, std::int32_t /*ig
                        std::wstring& programPart, bool compose, WindowHandle window, bool direct) {
     std::wstring path(program);
     splitBehindExe(path, arguments, programPart);
-    path = lowerCase(path);
-    const WindowHandle activeBefore = rt.platform.desktop->activeWindow();
-    const std::wstring commandArguments =
-        compose ? MakeProgramDataKey(arguments, dataText) : joinedArguments(arguments, dataText);
-    if (upperCase(GetFileName(path, false)) == L"KELVAR.EXE")
-        path = GetDruckEXE(rt);
+    Start start{lowerCase(path),
+                compose ? MakeProgramDataKey(arguments, dataText) : joinedArguments(arguments, dataText),
+                window, rt.platform.desktop->activeWindow()};
+    if (upperCase(GetFileName(start.program, false)) == L"KELVAR.EXE")
+        start.program = GetDruckEXE(rt);
 
     if (wait) {
-        startAndWait(rt, path, commandArguments, window, activeBefore);
+        startAndWait(rt, start);
     } else if (direct) {
-        const Answer<ProcessInformation> child = startDirect(rt, path, commandArguments);
+        const Answer<ProcessInformation> child = startDirect(rt, start);
         if (!child)
             return 0;
         rt.platform.processes->close(child->thread);
         return static_cast<std::intptr_t>(child->process);
     } else {
-        startAndForget(rt, path, commandArguments);
+        startAndForget(rt, start);
     }
     return direct ? 0 : -1;
 }

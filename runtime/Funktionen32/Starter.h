@@ -20,14 +20,14 @@ struct Runtime;
 /// used in lower case, as it stands; "kelvar.exe" in any folder stands for the print program that is
 /// configured.
 ///
-/// - Neither `wait` nor `direct`: the shell start, window normal with focus. A program named by a full path
+/// - Neither `wait` nor `direct`: started like startProgram, window normal with focus. A program named by a
+/// full path
 ///   starts that very file; one that needs elevation starts through the shell once, so that Windows can ask.
 /// - `direct`: the system takes the program from the command line, also where it is a full path with blanks.
 ///   Handles are inherited.
-/// - `wait`: started like `direct`; messages run until the program has ended. A given `window` is drawn anew
-/// once
-///   the program had time to show itself; the focus goes back to the active form, or to the window that was
-///   active before. A refused start is not waited for.
+/// - `wait`: started like `direct`; messages run until the program has ended. A given `window` is drawn
+///   anew once the program had time to show itself; the focus goes back to the active form, or to the window
+///   that was active before. A refused start is not waited for.
 ///
 /// The result is -1, or 0 with `direct`; with `direct` and without `wait` it is the process handle, and the
 /// caller closes it (0 when the start is refused). It has the size of a pointer, since a handle does not fit
@@ -61,18 +61,18 @@ inline constexpr std::uint16_t normalFocus = 1;
 inline constexpr std::uint16_t minimizedFocus = 2;
 } // namespace window_style
 
-/// The run time's shell start: starts the command line `program` and `arguments`, joined by a blank, and
-/// neither waits for the program nor watches it. A given `file` is the very file to start; without one the
-/// system takes the program from the command line and searches for it. Where it needs elevation the same goes
-/// through the shell once, since only that can ask the user. Answers 0 or the system's error code.
+/// Starts the command line `program` and `arguments`, joined by a blank, and neither waits for the program
+/// nor watches it. A given `file` is the very file to start; without one the system takes the program from
+/// the command line and searches for it. Where it needs elevation, the start is repeated through the Windows
+/// shell, since only that can ask the user. Answers 0 or the system's error code.
 SystemCode startProgram(Runtime& rt, std::wstring_view file, std::wstring_view program,
                         std::wstring_view arguments, std::uint16_t windowStyle);
 
-/// The file that a program text means, where it is a full path (drive or network share): that file and no
-/// other, whatever lies at a shorter path that ends at one of its blanks. What stands behind the first ".exe"
-/// of a text that does not end so, or else behind ".com", ".bat" or ".cmd" and a blank, are arguments. As in
-/// the system's own search ".exe" is added to a name without extension, unless a file of exactly that name
-/// exists. Empty for every other program text, drive-relative ones included: those the system searches for.
+/// The file that a program text means, where it begins with a full path (drive or network share): that file
+/// and no other, whatever lies at a shorter path that ends at one of its blanks. Arguments begin behind the
+/// first ".exe", unless the text ends in ".exe"; without any ".exe" behind ".com", ".bat" or ".cmd" and a
+/// blank. As in the system's own search ".exe" is added to a name without extension, unless a file of exactly
+/// that name exists. Empty for every other text, drive-relative paths too: those the system searches for.
 std::wstring programFile(Runtime& rt, std::wstring_view program);
 
 } // namespace tarv

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "platform/Automation.h"
-#include "runtime/detail/TextBuffer.h"
 
 #include <string>
-#include <string_view>
 
 namespace tarv {
 
@@ -31,34 +29,5 @@ std::wstring regionalText(const Value& value, const NumberFormat& format);
 /// Raises invalid use of Null (94), type mismatch (13) for text that is no number and for objects, overflow
 /// (6).
 double regionalNumber(const Value& value, const NumberFormat& format);
-
-/// How a number is to be written: "#" stands for a digit where there is one, "0" for a digit in any case, "."
-/// for the decimal separator. Other characters mean nothing.
-struct NumberPicture {
-    int wholeDigits = 0;
-    bool point = false;
-    /// Decimal places shown in any case, and at most.
-    int places = 0;
-    int mostPlaces = 0;
-};
-
-constexpr NumberPicture numberPicture(std::wstring_view text) {
-    NumberPicture result;
-    for (const wchar_t c : text)
-        if (c == L'.')
-            result.point = true;
-        else if (c != L'0' && c != L'#')
-            continue;
-        else if (!result.point)
-            result.wholeDigits += c == L'0' || result.wholeDigits > 0 ? 1 : 0;
-        else if (++result.mostPlaces; c == L'0')
-            result.places = result.mostPlaces;
-    return result;
-}
-
-/// Appends a number in a picture: 15 significant digits, rounded half away from zero. The sign stands in
-/// front; what rounds to zero has none. Raises overflow (6) for what is no finite number.
-void appendFormatted(TextBuffer& text, double number, const NumberPicture& picture,
-                     const NumberFormat& format);
 
 } // namespace tarv

@@ -1,7 +1,7 @@
 // A colour text gives a number or one of the two documented errors; what we write we read again.
 #include "runtime/Funktionen32/Errors.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "xml/XmlColor.h"
+#include "xml/XmlText.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace tarv;

@@ -1,6 +1,7 @@
 #include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/Funktionen32.h"
 #include "runtime/detail/NumberFormat.h"
+#include "tests/support/NumberPicture.h"
 #include "tests/support/Table.h"
 
 #include <bit>
@@ -15,7 +16,7 @@ namespace {
 
 std::wstring formatted(double value, std::wstring_view pictureText, const NumberFormat& format) {
     TextBuffer text;
-    appendFormatted(text, value, numberPicture(pictureText), format);
+    appendFormatted(text, value, numberPicture(pictureText), format.decimal);
     return std::wstring(text.view());
 }
 

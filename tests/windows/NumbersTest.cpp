@@ -7,6 +7,7 @@
 #include "runtime/Runtime.h"
 #include "runtime/detail/NumberFormat.h"
 #include "tests/support/ContractWorld.h"
+#include "tests/support/NumberPicture.h"
 
 #include <cmath>
 #include <random>
@@ -27,7 +28,7 @@ struct RegionalNumbers : Contract {
 
     std::wstring formatted(double number, const wchar_t* pictureText) {
         TextBuffer text;
-        appendFormatted(text, number, numberPicture(pictureText), numberFormat(rt));
+        appendFormatted(text, number, numberPicture(pictureText), numberFormat(rt).decimal);
         return std::wstring(text.view());
     }
 };

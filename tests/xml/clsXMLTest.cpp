@@ -2,7 +2,6 @@
 
 #include "runtime/Funktionen32/Errors.h"
 #include "tests/support/Table.h"
-#include "xml/XmlColor.h"
 #include "xml/XmlEncoding.h"
 #include "xml/XmlText.h"
 

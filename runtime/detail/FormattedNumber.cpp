@@ -1,12 +1,13 @@
-#include "runtime/detail/DecimalDigits.h"
+#include "runtime/detail/FormattedNumber.h"
 
 #include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Texts.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
-#include <cstdlib>
+#include <cstdint>
 #include <cwchar>
 
 namespace tarv {
@@ -17,8 +18,14 @@ constexpr int mantissaBits = 52;
 constexpr std::uint64_t hiddenBit = std::uint64_t{1} << mantissaBits;
 constexpr int exponentBias = 1023;
 
+constexpr int significantDigits = 15;
 constexpr std::uint64_t firstTooLong = 1'000'000'000'000'000;
-static_assert(significantDigits == 15);
+
+/// A number in 15 significant digits: `digits` * 10^`exponent`.
+struct DecimalDigits {
+    std::uint64_t digits = 0;
+    int exponent = 0;
+};
 
 constexpr std::array<std::uint64_t, 28> makePowersOf5() {
     std::array<std::uint64_t, 28> powers{1};
@@ -67,7 +74,10 @@ DecimalDigits digitsByLibrary(double number) {
     return result;
 }
 
-DecimalDigits positiveDigits(double number) {
+/// Rounded half away from zero from the exact value. For what is not negative.
+DecimalDigits decimalDigits(double number) {
+    if (number == 0)
+        return {};
     if (number < 1e-12 || number >= 1e17)
         return digitsByLibrary(number);
     // 78913 / 2^18 is log10(2): the position of the first digit, or one less.
@@ -79,20 +89,66 @@ DecimalDigits positiveDigits(double number) {
         twice = halves(number, --power);
     const std::uint64_t digits = (twice + 1) / 2;
     if (digits == firstTooLong)
-        return {false, digits / 10, 1 - power};
-    return {false, digits, -power};
+        return {digits / 10, 1 - power};
+    return {digits, -power};
 }
+
+/// The digits of a decimal number by their place: 0 is the ones' place, -1 the first behind the point.
+class Places {
+public:
+    /// `decimal` rounded half away from zero to `places` behind the point.
+    Places(DecimalDigits decimal, int places) : lowest_(decimal.exponent) {
+        std::uint64_t digits = decimal.digits;
+        if (const int dropped = -places - decimal.exponent; dropped > 0) {
+            digits = dropped > significantDigits ? 0 : withoutLast(digits, dropped);
+            lowest_ = -places;
+        }
+        for (; digits != 0; digits /= 10)
+            digits_[static_cast<std::size_t>(count_++)] = static_cast<wchar_t>(L'0' + digits % 10);
+    }
+
+    bool zero() const { return count_ == 0; }
+    int whole() const { return zero() ? 0 : std::max(0, lowest_ + count_); }
+    int decimals() const { return std::max(0, -lowest_); }
+
+    wchar_t at(int place) const {
+        const int index = place - lowest_;
+        return index < 0 || index >= count_ ? L'0' : digits_[static_cast<std::size_t>(index)];
+    }
+
+private:
+    static std::uint64_t withoutLast(std::uint64_t digits, int dropped) {
+        std::uint64_t unit = 1;
+        for (; dropped > 0; --dropped)
+            unit *= 10;
+        return digits / unit + (digits % unit >= unit / 2 ? 1 : 0);
+    }
+
+    /// The lowest place first.
+    std::array<wchar_t, significantDigits + 1> digits_;
+    int count_ = 0;
+    int lowest_;
+};
 
 } // namespace
 
-DecimalDigits decimalDigits(double number) {
+void appendFormatted(TextBuffer& text, double number, const NumberPicture& picture,
+                     wchar_t decimalSeparator) {
     if (!std::isfinite(number))
         raise(error_number::overflow);
-    if (number == 0)
-        return {};
-    DecimalDigits result = positiveDigits(std::fabs(number));
-    result.negative = number < 0;
-    return result;
+    const Places digits(decimalDigits(std::fabs(number)), picture.mostPlaces);
+    if (number < 0 && !digits.zero())
+        text.append(L'-');
+    for (int place = std::max(picture.wholeDigits, digits.whole()) - 1; place >= 0; --place)
+        text.append(digits.at(place));
+    if (!picture.point)
+        return;
+    text.append(decimalSeparator);
+    int places = std::max(picture.places, std::min(picture.mostPlaces, digits.decimals()));
+    while (places > picture.places && digits.at(-places) == L'0')
+        --places;
+    for (int place = 1; place <= places; ++place)
+        text.append(digits.at(-place));
 }
 
 } // namespace tarv
