@@ -11,11 +11,10 @@ add_dependencies(bench_border bench_empty)
 
 # The program's start beside a bare window, and the stages of the info centre's load.
 add_executable(bare_window WIN32 BareWindow.cpp BareWindow.rc)
-target_link_libraries(bare_window PRIVATE tarv_options)
 target_link_options(bare_window PRIVATE -municode)
 
 add_executable(bench_start StartBench.cpp)
-target_link_libraries(bench_start PRIVATE tarv_options psapi)
+target_link_libraries(bench_start PRIVATE psapi)
 target_link_options(bench_start PRIVATE -municode)
 add_dependencies(bench_start bare_window TarvService)
 
