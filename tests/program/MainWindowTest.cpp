@@ -102,5 +102,27 @@ TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
     EXPECT_THROW(ui::runMessageLoop(*window), RuntimeError);
 }
 
+TEST_F(MainWindow, TextsHaveTheirFonts) {
+    const auto face = [](HWND control) {
+        LOGFONTW font{};
+        const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+        GetObjectW(handle, sizeof font, &font);
+        return std::wstring(font.lfFaceName) + L"|";
+    };
+    std::wstring faces = face(window->control(ID_lblVersion));
+    onSent = [&](const CWPSTRUCT& sent) {
+        if (sent.message != WM_SHOWWINDOW || GetWindow(sent.hwnd, GW_OWNER) != window->handle())
+            return;
+        for (const int id : {ID_txtInfo, ID_Label1})
+            if (const HWND control = GetDlgItem(sent.hwnd, id))
+                faces += face(control);
+        PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
+    };
+    window->show(SW_SHOW);
+    for (const int entry : {ID_mnuInfo, ID_mnuSupportIPAdresse})
+        SendMessageW(window->handle(), WM_COMMAND, static_cast<WPARAM>(entry), 0);
+    EXPECT_EQ(faces, L"Arial|Courier New|MS Sans Serif|");
+}
+
 } // namespace
 } // namespace tarv

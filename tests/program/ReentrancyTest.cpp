@@ -2,14 +2,8 @@
 // at once and cleanly.
 
 #include "app/resource.h"
-#include "platform/windows/WindowsPlatform.h"
-#include "runtime/Funktionen32/Existence.h"
-#include "runtime/Funktionen32/Starter.h"
-#include "runtime/Runtime.h"
-#include "shell/frmMain.h"
 #include "tests/program/Installation.h"
 #include "tools/driver/Surroundings.h"
-#include "ui/MessageLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -150,66 +144,6 @@ void Reentrancy::expectEndOrGoingOn(bool pumping) {
         program->command(mainWindow, ID_mnuFileExit);
         expectEnd();
     }
-}
-
-BOOL CALLBACK closeModal(HWND window, LPARAM) {
-    wchar_t kind[16] = L"";
-    GetClassNameW(window, kind, 16);
-    if (kind == std::wstring(L"frmInfo4Prg") || kind == std::wstring(L"frmLokaleIP"))
-        PostMessageW(window, WM_CLOSE, 0, 0);
-    return TRUE;
-}
-
-void CALLBACK closeModals(HWND, UINT, UINT_PTR, DWORD) {
-    EnumThreadWindows(GetCurrentThreadId(), closeModal, 0);
-}
-
-// The runtime's waits that no menu entry leads to, under the real main window in this process.
-TEST_F(Reentrancy, SoDoTheRuntimesOwnWaits) {
-    installation.write(machineFile, configured);
-    SetEnvironmentVariableW(L"ProgramData", installation.path(L"Daten").c_str());
-    const auto waitForChild = [](Runtime& rt, const wchar_t* kind, std::wstring arguments) {
-        std::wstring part;
-        StartExe(rt, Installation::testFolder() + L"\\tarv_child_" + kind + L".exe", 0, arguments, {}, true,
-                 part, false, WindowHandle::none, false);
-        EXPECT_FALSE(rt.externalProgram.running);
-    };
-    const struct {
-        const char* name;
-        DWORD least; // milliseconds, unless the program ends
-        std::function<void(Runtime&)> run;
-    } waits[] = {
-        {"missing file", 0, [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, installation.path(L"none.txt"))); }},
-        {"missing drive", 0, [&](Runtime& rt) { EXPECT_FALSE(Uexist(rt, L"N:\\none\\", true)); }},
-        {"child", 1000, [&](Runtime& rt) { waitForChild(rt, L"console", L"sekunde"); }},
-        {"window", 1000, [&](Runtime& rt) { waitForChild(rt, L"window", L"fenster"); }},
-        {"never idle", 1000, [&](Runtime& rt) { waitForChild(rt, L"window", L"sekunde"); }}};
-    const UINT_PTR timer = SetTimer(nullptr, 0, 50, closeModals);
-    for (const auto& wait : waits)
-        for (std::size_t ending = 0; ending <= std::size(endings); ++ending) {
-            SCOPED_TRACE(wait.name);
-            const bool ends = ending < std::size(endings);
-            WindowsPlatform windows{ui::filterMessage};
-            Runtime rt{windows};
-            frmMain window(rt);
-            window.show(SW_SHOW);
-            if (ends)
-                endings[ending].post(window.handle());
-            for (const Arriving& other : others)
-                postOther(other, window.handle());
-            const ULONGLONG begin = GetTickCount64();
-            wait.run(rt);
-            EXPECT_TRUE(ends || GetTickCount64() - begin >= wait.least);
-            // On a busy machine a child may be gone before the first look at the messages: what ends the
-            // program then does so in the message loop.
-            if (!ends) {
-                EXPECT_TRUE(window.alive());
-                window.close();
-            }
-            ui::runMessageLoop(window);
-            EXPECT_FALSE(window.alive());
-        }
-    KillTimer(nullptr, timer);
 }
 
 } // namespace

@@ -9,9 +9,9 @@
 namespace tarv {
 namespace {
 
-TEST(WindowParts, MenuKeepsItsHiddenEntriesInTheirPlacesButShowsOnlyTheOthers) {
+TEST(WindowParts, MenuShowsNoHiddenEntries) {
     const Menu menu = createMainMenu();
-    std::wstring shown, defined;
+    std::wstring shown;
     for (int at = 0; at < GetMenuItemCount(menu.get()); ++at)
         for (int index = 0; index < GetMenuItemCount(GetSubMenu(menu.get(), at)); ++index) {
             wchar_t caption[64] = L"-";
@@ -19,11 +19,6 @@ TEST(WindowParts, MenuKeepsItsHiddenEntriesInTheirPlacesButShowsOnlyTheOthers) {
             shown += *caption ? std::wstring(caption) + L"|" : L"-|";
         }
     EXPECT_EQ(shown, L"Beenden|Infocenter|Computerdienste verwalten|-|Fernwartung|");
-    for (const MenuEntry& entry : mainMenuDefinition()[1].entries)
-        defined +=
-            std::wstring(entry.visible ? L"" : L"hidden ") + (entry.caption ? entry.caption : L"-") + L"|";
-    EXPECT_EQ(defined, L"Infocenter|hidden -|hidden Lokale IP-Adresse anzeigen|hidden -|"
-                       L"Computerdienste verwalten|-|Fernwartung|");
 }
 
 class FailingWindow : public ui::Window {

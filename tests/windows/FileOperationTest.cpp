@@ -3,7 +3,6 @@
 #include "platform/FileStore.h"
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
-#include "tools/driver/Surroundings.h"
 
 #include <filesystem>
 #include <set>
@@ -39,15 +38,6 @@ protected:
                 const std::wstring name = fs::relative(entry.path(), path(folder)).wstring();
                 found.insert(entry.path().filename() == first ? name : name + L"=" + first);
             }
-        return found;
-    }
-    /// The first names of all files in these folders, deep, wherever they lie.
-    Tree firstNames(std::initializer_list<const wchar_t*> folders) {
-        Tree found;
-        for (const wchar_t* folder : folders)
-            if (fs::exists(path(folder)))
-                for (const std::wstring& name : tree(folder))
-                    found.insert(name.substr(name.find_last_of(L"\\=") + 1));
         return found;
     }
     /// Both names may be lists, parted by "|".
@@ -111,27 +101,6 @@ TEST_F(RealFileOperation, ArriveAsThemselvesAndNothingElseIsTouched) {
     EXPECT_EQ(tree(L"out").size(), 150u);
 }
 
-TEST_F(RealFileOperation, RelativeNamesReachTheShellInFull) {
-    const std::wstring drive = path(L"").substr(0, 2);
-    const fs::path before = fs::current_path();
-    fs::current_path(path(L"in"));
-    put(L"in\\ohne");
-    const auto operate = [&](std::int32_t operation, const std::wstring& sources, const wchar_t* target) {
-        // A user's recycle bin stays as it is.
-        FileOperation(rt, operation, sources, target, false, true, underWine() ? 64 : 0, true, error);
-        return error.number;
-    };
-    using namespace file_operation;
-    EXPECT_EQ(operate(copy, L"sub/../a.txt", L"../out"), 0);
-    EXPECT_EQ(operate(copy, drive + L"b.txt", L"..\\out\\."), 0);
-    EXPECT_EQ(tree(L"out"), (Tree{L"a.txt", L"b.txt"}));
-    EXPECT_EQ(operate(remove, std::wstring(L"a.tx?\0.\\ohne", 12), L""), 0);
-    EXPECT_EQ(operate(remove, L".\\*.txt", L""), 0);
-    EXPECT_EQ(operate(remove, std::wstring(250, L'x'), L""), 0x79) << "too long in full";
-    fs::current_path(before);
-    EXPECT_EQ(tree(L"in"), (Tree{L"Straße äö.dat", L"sub\\tief\\c.txt"}));
-}
-
 TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     const HANDLE locked =
         CreateFileW(path(L"in\\b.txt").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -144,18 +113,6 @@ TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     EXPECT_EQ(tree(L"in"), original);
     EXPECT_FALSE(run(file_operation::copy, L"in\\none.txt", L"out"));
     EXPECT_FALSE(run(file_operation::copy, L"in\\a.txt|in\\none.txt", L"out"));
-    fs::remove_all(path(L"out"));
-    run(file_operation::move, L"in\\a.txt|in\\b.txt", L"out\\a.txt|out\\b.txt|out\\3");
-    run(file_operation::move, L"in\\a.txt|in\\b.txt|in\\ж.txt", L"out\\a.txt|out\\b.txt");
-    // Lists of unequal length are the shell's affair, too: newer ones take each target for a folder.
-    EXPECT_EQ(firstNames({L"in", L"out"}), (Tree{L"ж.txt", L"a.txt", L"b.txt", L"Straße äö.dat", L"c.txt"}));
-
-    put(L"in\\alt.txt");
-    world->setAttributes(path(L"in\\alt.txt"), attribute::readOnly);
-    EXPECT_TRUE(run(file_operation::copy, L"in\\alt.txt", L"many"));
-    // Shells differ in whether "no confirmation" covers such a file.
-    EXPECT_EQ(run(file_operation::remove, L"in\\alt.txt"), !fs::exists(path(L"in\\alt.txt")));
-    EXPECT_EQ(tree(L"many"), Tree{L"alt.txt"});
 }
 
 } // namespace

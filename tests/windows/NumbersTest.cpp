@@ -46,12 +46,6 @@ std::wstring systemFormatted(double number, const wchar_t* pictureText) {
     return result;
 }
 
-double systemNumber(const std::wstring& text, LCID locale, ULONG flags) {
-    double number = NAN;
-    VarR8FromStr(const_cast<wchar_t*>(text.c_str()), locale, flags, &number);
-    return number;
-}
-
 TEST_F(RegionalNumbers, PicturesEqualThoseOfTheSystem) {
     // Wine loses the 1 that a fraction rounds up to when the picture has no "0" and no point: only whole
     // numbers.
@@ -70,22 +64,6 @@ TEST_F(RegionalNumbers, PicturesEqualThoseOfTheSystem) {
             ASSERT_TRUE((text == whole && std::fabs(number) < 1) ||
                         formatted(number, text) == systemFormatted(number, text))
                 << number << L" " << text;
-}
-
-TEST_F(RegionalNumbers, TextsAreReadAsTheSystemReadsThem) {
-    const LCID english = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
-    for (int i = 0; i < 5'000; ++i) {
-        const auto units = static_cast<double>(between(-1'000'000'000'000, 1'000'000'000'000));
-        wchar_t text[64];
-        std::swprintf(text, std::size(text), L" %.*f", i % 7, units / 10'000);
-        ASSERT_EQ(readNumber(text), systemNumber(text, english, LOCALE_NOUSEROVERRIDE)) << units;
-        // The system itself is off by some last bits with an exponent.
-        std::swprintf(text, std::size(text), L"%.*e", i % 15, std::ldexp(units, i % 1800 - 900));
-        const double expected = systemNumber(text, english, LOCALE_NOUSEROVERRIDE);
-        ASSERT_NEAR(readNumber(text), expected, std::fabs(expected) * 1e-14) << units;
-        const std::wstring amount = systemFormatted(std::round(units / 100) / 100, L"#0,000.00");
-        ASSERT_EQ(ToVal(rt, amount), systemNumber(amount, LOCALE_USER_DEFAULT, 0)) << amount;
-    }
 }
 
 } // namespace

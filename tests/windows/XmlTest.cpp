@@ -143,24 +143,6 @@ TEST_P(Xml, HostileFilesEndInAnErrorAndFetchNothing) {
     }
 }
 
-TEST_P(Xml, SavesNothingInAnEncodingThatNobodyKnows) {
-    ASSERT_TRUE(xml.OpenFromString(L"<?xml version='1.0' encoding='iso-8859-5'?><r>\u0416</r>", true));
-    // Windows' component converts by itself, Wine's leaves UTF-8 under the declaration.
-    if (raised([&] { xml.Save(path(L"a.xml")); }) == 0)
-        EXPECT_TRUE(xml.OpenFromFile(path(L"a.xml"), true) && xml.ReadNode(L"/r") == L"\u0416");
-    else
-        EXPECT_EQ(border.files->search(path(L"a.xml*"))->next().error(), system_code::fileNotFound);
-}
-
-/// Version 6 takes no document type declaration on Windows. Wine's component ends the program when such a
-/// document is asked for its first node.
-TEST_P(Xml, SavesADocumentThatBeginsWithNotations) {
-    if (xml.OpenFromString(L"<!DOCTYPE r [<!NOTATION n SYSTEM \"x\">]><r>ä</r>", false)) {
-        xml.Save(path(L"a.xml"));
-        EXPECT_NE(world->bytes(path(L"a.xml")).value_or("").find("<r>\xC3\xA4</r>"), std::string::npos);
-    }
-}
-
 TEST_P(Xml, AFailedSaveLeavesTheOldFile) {
     ASSERT_TRUE(xml.OpenFromString(L"<neu/>", true));
     for (const wchar_t* name : {L"locked.xml", L"readonly.xml"})
