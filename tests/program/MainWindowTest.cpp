@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 
 namespace tarv {
 namespace {
@@ -103,25 +104,23 @@ TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
 }
 
 TEST_F(MainWindow, TextsHaveTheirFonts) {
-    const auto face = [](HWND control) {
-        LOGFONTW font{};
-        const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
-        GetObjectW(handle, sizeof font, &font);
-        return std::wstring(font.lfFaceName) + L"|";
-    };
-    std::wstring faces = face(window->control(ID_lblVersion));
+    std::map<int, std::wstring> faces;
     onSent = [&](const CWPSTRUCT& sent) {
-        if (sent.message != WM_SHOWWINDOW || GetWindow(sent.hwnd, GW_OWNER) != window->handle())
-            return;
-        for (const int id : {ID_txtInfo, ID_Label1})
-            if (const HWND control = GetDlgItem(sent.hwnd, id))
-                faces += face(control);
-        PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
+        LOGFONTW font{};
+        if (sent.message == WM_SETFONT &&
+            GetObjectW(reinterpret_cast<HFONT>(sent.wParam), sizeof font, &font))
+            faces[GetDlgCtrlID(sent.hwnd)] = font.lfFaceName;
+        const bool modal = GetDlgItem(sent.hwnd, ID_txtInfo) || GetDlgItem(sent.hwnd, ID_Label1);
+        if (sent.message == WM_SHOWWINDOW && modal)
+            PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
     };
+    window = std::make_unique<frmMain>(rt);
     window->show(SW_SHOW);
     for (const int entry : {ID_mnuInfo, ID_mnuSupportIPAdresse})
         SendMessageW(window->handle(), WM_COMMAND, static_cast<WPARAM>(entry), 0);
-    EXPECT_EQ(faces, L"Arial|Courier New|MS Sans Serif|");
+    EXPECT_EQ(faces[ID_lblVersion], L"Arial");
+    EXPECT_EQ(faces[ID_txtInfo], L"Courier New");
+    EXPECT_EQ(faces[ID_Label1], L"MS Sans Serif");
 }
 
 } // namespace
