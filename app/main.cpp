@@ -1,6 +1,7 @@
 #include "platform/windows/ProcessHardening.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Funktionen32/Errors.h"
+#include "runtime/ModRkIni.h"
 #include "runtime/Runtime.h"
 #include "shell/frmMain.h"
 #include "ui/MessageLoop.h"
@@ -46,7 +47,8 @@ void showFailure(const std::wstring& text) {
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
     }
-    MessageBoxW(nullptr, text.c_str(), L"TARVENIK Serviceprogramm", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+    MessageBoxW(nullptr, text.c_str(), TranslateText(L"TARVENIK Serviceprogramm").c_str(),
+                MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 int runGuarded(int showCommand) {
@@ -55,11 +57,11 @@ int runGuarded(int showCommand) {
         return 0;
     } catch (const RuntimeError& error) {
         const ErrorRecord& record = error.record();
-        showFailure(L"Das Programm muss beendet werden.\r\n\r\nFehler " + std::to_wstring(record.number) +
-                    L": " + record.description);
+        showFailure(TranslateText(L"Das Programm muss beendet werden.\r\n\r\nFehler ") +
+                    std::to_wstring(record.number) + L": " + record.description);
     } catch (...) {
-        showFailure(
-            L"Das Programm muss beendet werden: Windows stellt nicht genügend Speicher oder Fenster bereit.");
+        showFailure(TranslateText(L"Das Programm muss beendet werden: Windows stellt nicht genügend Speicher "
+                                  L"oder Fenster bereit."));
     }
     return 1;
 }

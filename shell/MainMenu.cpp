@@ -1,5 +1,6 @@
 #include "shell/MainMenu.h"
 
+#include "runtime/ModRkIni.h"
 #include "shell/ids.h"
 
 namespace tarv {
@@ -40,11 +41,13 @@ Menu createMainMenu() {
         for (const MenuEntry& entry : column.entries) {
             if (entry.visible) {
                 AppendMenuW(popup.get(), entry.caption ? MF_STRING : MF_SEPARATOR,
-                            static_cast<UINT_PTR>(entry.id), entry.caption);
+                            static_cast<UINT_PTR>(entry.id),
+                            entry.caption ? TranslateText(entry.caption).c_str() : nullptr);
             }
         }
         // The bar owns its popups from here on.
-        AppendMenuW(bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(popup.release()), column.caption);
+        AppendMenuW(bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(popup.release()),
+                    TranslateText(column.caption).c_str());
     }
     return bar;
 }

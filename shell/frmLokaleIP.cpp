@@ -11,12 +11,11 @@
 namespace tarv {
 namespace {
 
-constexpr ui::Twips margin = 165;
+using ui::windowMargin;
 constexpr ui::Twips pictureSize = 1440;
 constexpr ui::TwipsSize frame{3600, 960};
-constexpr ui::TwipsSize button{1350, 390};
-constexpr ui::TwipsSize client{margin + pictureSize + margin + frame.width + margin,
-                               margin + pictureSize + margin};
+constexpr ui::TwipsSize client{windowMargin + pictureSize + windowMargin + frame.width + windowMargin,
+                               windowMargin + pictureSize + windowMargin};
 constexpr int addressPoints = 14;
 
 } // namespace
@@ -24,14 +23,15 @@ constexpr int addressPoints = 14;
 frmLokaleIP::frmLokaleIP(Runtime& rt, const ui::Window& mainWindow)
     : rt_(rt), mainWindow_(mainWindow), picture_({{IDR_IP_PICTURE, 192}}) {
     create({.className = L"frmLokaleIP",
-            .caption = L"IP-Adresse",
+            .caption = TranslateText(L"IP-Adresse").c_str(),
             .style = WS_POPUP | WS_CAPTION | WS_SYSMENU,
             .extendedStyle = WS_EX_DLGMODALFRAME,
             .client = client,
             .dialogKeys = true});
-    addControl(WC_BUTTONW, L" IP-Adresse ", BS_GROUPBOX | WS_VISIBLE, 0, ID_Frame1);
+    addControl(WC_BUTTONW, TranslateText(L" IP-Adresse ").c_str(), BS_GROUPBOX | WS_VISIBLE, 0, ID_Frame1);
     addControl(WC_STATICW, L"Label1", SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX | WS_VISIBLE, 0, ID_Label1);
-    addControl(WC_BUTTONW, L"Schließen", BS_DEFPUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0, ID_cmdClose);
+    addControl(WC_BUTTONW, TranslateText(L"Schließen").c_str(), BS_DEFPUSHBUTTON | WS_VISIBLE | WS_TABSTOP, 0,
+               ID_cmdClose);
     addControl(WC_STATICW, L"", SS_BITMAP | SS_REALSIZECONTROL | WS_VISIBLE, 0, ID_Image1);
     applyDpi();
     layout();
@@ -60,16 +60,17 @@ void frmLokaleIP::layout() {
     const auto rect = [&](ui::Twips left, ui::Twips top, ui::Twips width, ui::Twips height) {
         return RECT{pixels(left), pixels(top), pixels(left + width), pixels(top + height)};
     };
-    const ui::Twips right = margin + pictureSize + margin;
-    place(ID_Image1, rect(margin, margin, pictureSize, pictureSize));
-    place(ID_Frame1, rect(right, margin - 60, frame.width, frame.height));
-    place(ID_Label1, rect(right + 90, margin + 240, frame.width - 180, frame.height - 360));
-    place(ID_cmdClose, rect(client.width - margin - button.width, client.height - margin - button.height,
-                            button.width, button.height));
+    const ui::Twips right = windowMargin + pictureSize + windowMargin;
+    place(ID_Image1, rect(windowMargin, windowMargin, pictureSize, pictureSize));
+    place(ID_Frame1, rect(right, windowMargin - 60, frame.width, frame.height));
+    place(ID_Label1, rect(right + 90, windowMargin + 240, frame.width - 180, frame.height - 360));
+    const auto [width, height] = ui::buttonSize;
+    place(ID_cmdClose,
+          rect(client.width - windowMargin - width, client.height - windowMargin - height, width, height));
 }
 
 void frmLokaleIP::applyDpi() {
-    addressFont_ = ui::makeFont(L"MS Sans Serif", addressPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
+    addressFont_ = ui::makeFont(L"Microsoft Sans Serif", addressPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
     SendMessageW(control(ID_Label1), WM_SETFONT, reinterpret_cast<WPARAM>(addressFont_.get()), TRUE);
     const int side = pixels(pictureSize);
     SendMessageW(control(ID_Image1), STM_SETIMAGE, IMAGE_BITMAP,

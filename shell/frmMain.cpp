@@ -16,7 +16,7 @@
 #include "ui/Redraw.h"
 
 #include <algorithm>
-#include <iterator>
+#include <cmath>
 #include <string>
 
 namespace tarv {
@@ -25,9 +25,18 @@ namespace {
 // The picture's own lettering ends here, in thousandths of its size; the version continues it.
 constexpr int versionLeft = 57;
 constexpr int versionTop = 390;
-constexpr ui::TwipsSize versionSize{4500, 420};
 constexpr COLORREF versionColour = RGB(0x17, 0x32, 0x4F);
-constexpr int versionPoints = 12;
+// It belongs to the lettering at every size, as long as it can be read and stays a label.
+constexpr int versionPoints = 12, leastPoints = 8, mostPoints = 36;
+constexpr ui::TwipsSize firstClient{12000, 7500};
+
+/// Set by the user who needs strong colours: a bright picture is not for him.
+bool highContrast() {
+    HIGHCONTRASTW setting{};
+    setting.cbSize = sizeof setting;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) &&
+           (setting.dwFlags & HCF_HIGHCONTRASTON);
+}
 
 /// Marks that a modal window is open: each exists once.
 class ModalFlag {
@@ -46,16 +55,15 @@ private:
 frmMain::frmMain(Runtime& rt)
     : rt_(rt), startPicture_({{IDR_START_PICTURE, 800}, {IDR_START_PICTURE_200, 1600}}) {
     create({.className = L"frmMain",
-            .caption = L"TARVENIK Serviceprogramm",
+            .caption = TranslateText(L"TARVENIK Serviceprogramm").c_str(),
             .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-            .client = {12000, 7500},
+            .client = firstClient,
             .minimumClient = {6000, 3750},
             .menu = createMainMenu(),
             .iconResource = IDI_PROGRAM});
-    addControl(ui::drawnPartClass(), L"Version:", WS_VISIBLE, 0, ID_lblVersion);
+    addControl(ui::drawnPartClass(), TranslateText(L"Version:").c_str(), WS_VISIBLE, 0, ID_lblVersion);
     addControl(ui::drawnPartClass(), L"", WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
     SkinFramework1_ = {rt_.platform.automation->create(skinControlProgId).valueOr(nullptr), platformHandle()};
-    applyDpi();
     layout();
 }
 
@@ -108,13 +116,14 @@ void frmMain::layout() {
     const RECT client = clientRect();
     const LONG left = client.right * versionLeft / 1000;
     const LONG top = client.bottom * versionTop / 1000;
-    place(ID_lblVersion, {left, top, left + pixels(versionSize.width), top + pixels(versionSize.height)});
+    const float growth = std::min(ui::toTwips(client.right, dpi()) / firstClient.width,
+                                  ui::toTwips(client.bottom, dpi()) / firstClient.height);
+    const int points =
+        std::clamp(static_cast<int>(std::lround(versionPoints * growth)), leastPoints, mostPoints);
+    versionFont_ = ui::makeFont(L"Arial", points, dpi(), VARIABLE_PITCH | FF_SWISS);
+    const int height = MulDiv(points, dpi(), ui::standardDpi / 2);
+    place(ID_lblVersion, {left, top, left + 10 * height, top + height});
     RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-}
-
-void frmMain::applyDpi() {
-    versionFont_ = ui::makeFont(L"Arial", versionPoints, dpi(), VARIABLE_PITCH | FF_SWISS);
-    SendMessageW(control(ID_lblVersion), WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
 }
 
 void frmMain::mnuInfo_Click() {
@@ -148,7 +157,7 @@ void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
         return;
     RECT picture{};
     GetClientRect(control(ID_imgStartPic), &picture);
-    const HBITMAP bitmap = startPicture_.bitmap(picture.right, picture.bottom);
+    const HBITMAP bitmap = highContrast() ? nullptr : startPicture_.bitmap(picture.right, picture.bottom);
     if (bitmap) {
         // The label shows its part of the picture as its background.
         POINT origin{0, 0};
@@ -158,12 +167,11 @@ void frmMain::drawPart(const DRAWITEMSTRUCT& part) {
         BitBlt(part.hDC, 0, 0, rect.right, rect.bottom, memory.get(), origin.x, origin.y, SRCCOPY);
     }
     if (part.CtlID == ID_lblVersion) {
-        wchar_t text[64];
-        const int length = GetWindowTextW(part.hwndItem, text, static_cast<int>(std::size(text)));
         const Selected font(part.hDC, versionFont_.get());
         SetBkMode(part.hDC, TRANSPARENT);
         SetTextColor(part.hDC, bitmap ? versionColour : GetSysColor(COLOR_BTNTEXT));
-        DrawTextW(part.hDC, text, length, &rect, DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+        DrawTextW(part.hDC, ui::textOf(part.hwndItem).c_str(), -1, &rect,
+                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
     }
 }
 

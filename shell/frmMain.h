@@ -24,7 +24,6 @@ public:
 
 private:
     void layout() override;
-    void applyDpi() override;
     void onCommand(int id, int notification) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 

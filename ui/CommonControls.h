@@ -6,10 +6,12 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <uxtheme.h>
 
 namespace tarv::ui {
 
-/// What we call of the common controls, of the version that the program's manifest asks for.
+/// What we call of the common controls, of the version that the program's manifest asks for, and of their
+/// themes.
 namespace late {
 inline constexpr wchar_t comctl32[] = L"comctl32.dll";
 inline const LateEntry<decltype(&::InitCommonControlsEx)> InitCommonControlsEx{comctl32,
@@ -18,6 +20,8 @@ inline const LateEntry<decltype(&::ImageList_Create)> ImageList_Create{comctl32,
 inline const LateEntry<decltype(&::ImageList_Destroy)> ImageList_Destroy{comctl32, "ImageList_Destroy"};
 inline const LateEntry<decltype(&::ImageList_ReplaceIcon)> ImageList_ReplaceIcon{comctl32,
                                                                                  "ImageList_ReplaceIcon", -1};
+inline const LateEntry<decltype(&::IsAppThemed)> IsAppThemed{L"uxtheme.dll", "IsAppThemed"};
+inline const LateEntry<decltype(&::SetWindowTheme)> SetWindowTheme{L"uxtheme.dll", "SetWindowTheme", E_FAIL};
 } // namespace late
 
 using ImageList = Handle<HIMAGELIST, late::ImageList_Destroy>;

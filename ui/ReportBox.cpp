@@ -1,6 +1,7 @@
 #include "ui/ReportBox.h"
 
 #include "ui/Clipboard.h"
+#include "ui/Window.h"
 #include "win/Handle.h"
 
 #include <string>
@@ -10,12 +11,6 @@ namespace {
 
 constexpr WPARAM controlA = 1;
 constexpr WPARAM controlC = 3;
-
-std::wstring textOf(HWND edit) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)), L'\0');
-    GetWindowTextW(edit, text.data(), static_cast<int>(text.size() + 1));
-    return text;
-}
 
 void copy(HWND edit) {
     DWORD begin = 0;
@@ -42,6 +37,11 @@ LRESULT CALLBACK procedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam
     case WM_COPY:
         copy(edit);
         return 0;
+    case WM_CONTEXTMENU:
+        // The window may have a menu of its own for it.
+        if (SendMessageW(GetParent(edit), message, wParam, lParam) != 0)
+            return 0;
+        break;
     default:
         break;
     }

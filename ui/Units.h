@@ -18,6 +18,12 @@ struct TwipsSize {
     Twips height = 0;
 };
 
+/// The measures of all windows: 11 pixels to the edge, 7 between controls and 75 × 23 for a button at 96 dpi,
+/// as Windows' own dialogs have them.
+inline constexpr Twips windowMargin = 165;
+inline constexpr Twips controlGap = 105;
+inline constexpr TwipsSize buttonSize{1125, 345};
+
 /// Half a pixel goes away from zero.
 int toPixels(Twips twips, int dpi);
 Twips toTwips(int pixels, int dpi);

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <exception>
+#include <string>
 #include <vector>
 
 namespace tarv::ui {
@@ -123,6 +124,9 @@ private:
     /// What a message handler left uncaught: Windows cannot carry it through its own frames.
     std::exception_ptr failure_;
 };
+
+/// The whole text of a window or control of this process.
+std::wstring textOf(HWND window);
 
 /// The calling thread's top-level windows, the frontmost first.
 std::vector<HWND> topLevelWindows();

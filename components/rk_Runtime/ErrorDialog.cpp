@@ -6,12 +6,14 @@
 #include "ui/ReportBox.h"
 #include "ui/Window.h"
 #include "win/Handle.h"
+#include "win/Module.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 #include <climits>
 #include <optional>
+#include <utility>
 
 namespace tarv::component {
 namespace {
@@ -21,11 +23,52 @@ constexpr wchar_t headingRetry[] = L"Es ist ein Fehler aufgetreten. Soll der Vor
 
 constexpr ui::TwipsSize firstClient{7500, 3900};
 constexpr ui::TwipsSize leastClient{6000, 3300};
-constexpr ui::TwipsSize buttonSize{1500, 420};
-constexpr ui::Twips margin = 210;
-constexpr ui::Twips gap = 120;
 constexpr ui::Twips iconSize = 480;
 constexpr ui::Twips textInset = 90;
+
+/// While it lives, windows are made of the common controls of version 6, which the host's manifest may not
+/// ask for: they would look as in 1995. A window keeps what it was made of.
+class ModernControls {
+public:
+    ModernControls() {
+        static const HANDLE context = [] {
+            ACTCTXW description{};
+            description.cbSize = sizeof description;
+            description.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+            description.hModule = thisModule();
+            description.lpResourceName = ISOLATIONAWARE_NOSTATICIMPORT_MANIFEST_RESOURCE_ID;
+            return CreateActCtxW(&description);
+        }();
+        active_ = context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie_);
+    }
+    ~ModernControls() {
+        if (active_)
+            DeactivateActCtx(0, cookie_);
+    }
+    ModernControls(const ModernControls&) = delete;
+    ModernControls& operator=(const ModernControls&) = delete;
+
+private:
+    ULONG_PTR cookie_ = 0;
+    bool active_ = false;
+};
+
+/// The text with a tab behind each label ("Nummer: ", "Ziel:     "): on the screen the values stand in one
+/// column, whatever the font.
+std::wstring inColumns(std::wstring_view text) {
+    constexpr std::size_t longestLabel = 8;
+    std::wstring result;
+    while (!text.empty()) {
+        const std::wstring_view line = text.substr(0, std::min(text.find(L'\n'), text.size() - 1) + 1);
+        const std::size_t blank = line.find(L' ');
+        const bool labelled = blank <= longestLabel && blank > 0 && line[blank - 1] == L':';
+        const std::size_t value = labelled ? line.find_first_not_of(L' ', blank) : 0;
+        result.append(line.substr(0, value)).append(labelled ? L"\t" : L"");
+        result.append(line.substr(std::min(value, line.size())));
+        text.remove_prefix(line.size());
+    }
+    return result;
+}
 
 /// How much of the paragraph fits into a line: up to behind a blank where there is one.
 std::size_t lineLength(HDC dc, std::wstring_view paragraph, int width) {
@@ -156,6 +199,8 @@ void ErrorDialog::close() {
 
 void ErrorDialog::applyDpi() {
     const WORD inset = static_cast<WORD>(pixels(textInset));
+    const UINT column = 48; // quarters of a letter's usual width
+    report(EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&column));
     report(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(inset, inset));
 }
 
@@ -169,13 +214,13 @@ int ErrorDialog::lineHeight() const {
 
 void ErrorDialog::layout() {
     const RECT client = clientRect();
-    const LONG edge = pixels(margin);
+    const LONG edge = pixels(ui::windowMargin);
     const LONG text = edge + pixels(iconSize) + edge; // left of the heading, and top of the report
     const LONG bottom = client.bottom - edge;
-    const LONG top = bottom - pixels(buttonSize.height);
-    const LONG width = pixels(buttonSize.width);
+    const LONG top = bottom - pixels(ui::buttonSize.height);
+    const LONG width = pixels(ui::buttonSize.width);
     const LONG right = client.right - edge;
-    const LONG second = right - width - pixels(gap);
+    const LONG second = right - width - pixels(ui::controlGap);
     const LONG headingTop = edge + (pixels(iconSize) - lineHeight()) / 2;
     place(IDC_HEADING, {text, headingTop, right, headingTop + lineHeight()});
     place(IDC_REPORT, {edge, text, right, top - edge});
@@ -196,7 +241,7 @@ std::wstring ErrorDialog::brokenText() const {
     const MemoryDc dc(CreateCompatibleDC(nullptr));
     const Selected selected(dc.get(), font());
     const int reserve = pixels(textInset); // the control may measure a little wider
-    return brokenIntoLines(dc.get(), text_, ui::sizeOf(textRect()).cx - reserve);
+    return brokenIntoLines(dc.get(), inColumns(text_), ui::sizeOf(textRect()).cx - reserve);
 }
 
 /// Takes the height that so many lines need, within reason: long texts scroll.
@@ -234,7 +279,8 @@ void ErrorDialog::paint() {
     const int size = pixels(iconSize);
     const auto icon = static_cast<HICON>(
         LoadImageW(nullptr, asks_ ? IDI_WARNING : IDI_ERROR, IMAGE_ICON, size, size, LR_SHARED));
-    DrawIconEx(dc, pixels(margin), pixels(margin), icon, size, size, 0, nullptr, DI_NORMAL);
+    DrawIconEx(dc, pixels(ui::windowMargin), pixels(ui::windowMargin), icon, size, size, 0, nullptr,
+               DI_NORMAL);
     EndPaint(handle(), &painting);
 }
 
@@ -295,7 +341,10 @@ LRESULT ErrorDialog::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 } // namespace
 
 int showErrorDialog(const std::wstring& text, Buttons buttons) {
-    return ErrorDialog(text, buttons).show();
+    std::optional<ModernControls> modern(std::in_place);
+    ErrorDialog dialog(text, buttons);
+    modern.reset(); // what the host does meanwhile goes on as it is used to
+    return dialog.show();
 }
 
 } // namespace tarv::component

@@ -185,7 +185,7 @@ TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysOnceUsed) {
     User user(IDOK);
     EXPECT_EQ(component->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
               S_OK);
-    EXPECT_NE(user.texts.find(L"Routine: by reference\r\n"), std::wstring::npos) << user.texts;
+    EXPECT_NE(user.texts.find(L"Routine: \tby reference\r\n"), std::wstring::npos) << user.texts;
     EXPECT_FALSE(display->call(L"ErrorMsg", {1, 2, 3, 4}));
 
     display = nullptr;
@@ -235,7 +235,7 @@ TEST_F(ErrorComponentTest, ReadsCodesInEveryFormThatHostsGiveThem) {
         number.vt = VT_ERROR;
         number.scode = E_ACCESSDENIED;
     };
-    const wchar_t *denied = L"\r\nNummer: -2147024891 (0x80070005)\r\n", *none = L"\r\nNummer: 0\r\n";
+    const wchar_t *denied = L"\r\nNummer: \t-2147024891 (0x80070005)\r\n", *none = L"\r\nNummer: \t0\r\n";
     const std::pair<std::function<void(VARIANT&)>, const wchar_t*> cases[] = {{scode, denied},
                                                                               {real(2147942405.0), denied},
                                                                               {real(-2147024891.0), denied},
