@@ -1,5 +1,7 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -13,12 +15,25 @@ struct IniGroupNode {
     std::vector<std::wstring> entries;
 };
 
+/// A node of the tree: a group (entry 0), or one of its entries, counted from 1.
+struct NodePlace {
+    std::size_t group = 0;
+    std::size_t entry = 0;
+
+    friend auto operator<=>(const NodePlace&, const NodePlace&) = default;
+};
+
 /// The tree of the machine configuration files, as the texts of its nodes: a node per group of
 /// "Q_Machine.INI" and then of "QV.ini", a child per entry. A group that occurs again is marked in its text
 /// and has no children; an entry that occurs again within its group is left out.
 struct IniTree {
     std::vector<IniGroupNode> groups;
     std::int32_t duplicates = 0;
+
+    const std::wstring& text(NodePlace node) const {
+        const IniGroupNode& group = groups[node.group];
+        return node.entry == 0 ? group.text : group.entries[node.entry - 1];
+    }
 };
 
 /// Reads both files and writes each group to the debug trace. A missing file contributes nothing.

@@ -1,7 +1,11 @@
 #include "infocenter/IniTreeView.h"
 
+#include "ui/CommonControls.h"
 #include "ui/Redraw.h"
+#include "ui/WaitCursor.h"
 
+#include <string>
+#include <unordered_set>
 #include <utility>
 
 namespace tarv {
@@ -30,16 +34,53 @@ std::size_t indexOf(HWND control, HTREEITEM item) {
     return static_cast<std::size_t>(query.lParam);
 }
 
+/// The node of a group read anew that has the name of an earlier one; the group when that entry is gone.
+NodePlace sameNode(const IniTree& former, NodePlace node, const IniGroupNode& group, std::size_t index) {
+    const auto name = [](std::wstring_view entry) { return entry.substr(0, entry.find(L'=')); };
+    if (node.entry > 0)
+        for (std::size_t i = 0; i < group.entries.size(); ++i)
+            if (name(group.entries[i]) == name(former.text(node)))
+                return {index, i + 1};
+    return {index, 0};
+}
+
 } // namespace
+
+void IniTreeView::attach(HWND control) {
+    control_ = control;
+    TreeView_SetExtendedStyle(control, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    // Wine has the theme too, but paints the window's background over the whole tree with it.
+    const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    if (!wine && ui::late::IsAppThemed() &&
+        SUCCEEDED(ui::late::SetWindowTheme(control, L"Explorer", nullptr))) {
+        // Its tree has arrows and no lines.
+        const auto style = GetWindowLongPtrW(control, GWL_STYLE);
+        SetWindowLongPtrW(control, GWL_STYLE, style & ~LONG_PTR{TVS_HASLINES});
+    }
+}
 
 void IniTreeView::fill(IniTree tree) {
     const ui::RedrawLock lock(control_);
+    std::unordered_set<std::wstring> open;
+    for (std::size_t i = 0; i < groups_.size(); ++i)
+        if (TreeView_GetItemState(control_, groups_[i], TVIS_EXPANDED) & TVIS_EXPANDED)
+            open.insert(tree_.groups[i].text);
+    const auto former = selected();
     TreeView_DeleteAllItems(control_);
-    tree_ = std::move(tree);
+    groups_.clear();
+    std::swap(tree_, tree);
+    std::optional<NodePlace> again;
     for (std::size_t i = 0; i < tree_.groups.size(); ++i) {
         const IniGroupNode& group = tree_.groups[i];
-        insert(control_, TVI_ROOT, group.text, i, NodePicture::CLOSEDFOLDER, !group.entries.empty());
+        groups_.push_back(
+            insert(control_, TVI_ROOT, group.text, i, NodePicture::CLOSEDFOLDER, !group.entries.empty()));
+        if (open.contains(group.text))
+            TreeView_Expand(control_, groups_.back(), TVE_EXPAND);
+        if (former && group.text == tree.groups[former->group].text)
+            again = sameNode(tree, *former, group, i);
     }
+    if (again)
+        select(*again);
 }
 
 void IniTreeView::onNotify(const NMHDR& header) {
@@ -53,17 +94,51 @@ void IniTreeView::onNotify(const NMHDR& header) {
     }
 }
 
-std::wstring IniTreeView::selectedText() const {
+std::optional<NodePlace> IniTreeView::selected() const {
     const HTREEITEM item = TreeView_GetSelection(control_);
     if (!item)
-        return {};
+        return std::nullopt;
     const HTREEITEM parent = TreeView_GetParent(control_, item);
-    const IniGroupNode& group = tree_.groups[indexOf(control_, parent ? parent : item)];
-    return parent ? group.entries[indexOf(control_, item)] : group.text;
+    return parent ? NodePlace{indexOf(control_, parent), indexOf(control_, item) + 1}
+                  : NodePlace{indexOf(control_, item), 0};
+}
+
+void IniTreeView::select(NodePlace node) {
+    HTREEITEM item = groups_[node.group];
+    if (node.entry > 0) {
+        TreeView_Expand(control_, item, TVE_EXPAND);
+        item = TreeView_GetChild(control_, item);
+        for (std::size_t i = 1; i < node.entry; ++i)
+            item = TreeView_GetNextSibling(control_, item);
+    }
+    TreeView_SelectItem(control_, item);
+}
+
+void IniTreeView::selectAt(POINT point) {
+    TVHITTESTINFO hit{};
+    hit.pt = point;
+    ScreenToClient(control_, &hit.pt);
+    if (const HTREEITEM item = TreeView_HitTest(control_, &hit))
+        TreeView_SelectItem(control_, item);
+}
+
+POINT IniTreeView::belowSelected() const {
+    RECT text{};
+    if (const HTREEITEM item = TreeView_GetSelection(control_))
+        TreeView_GetItemRect(control_, item, &text, TRUE);
+    return {text.left, text.bottom};
 }
 
 void IniTreeView::toggleSelected() {
     TreeView_Expand(control_, TreeView_GetSelection(control_), TVE_TOGGLE);
+}
+
+void IniTreeView::openAll(bool open) {
+    const ui::WaitCursor wait;
+    const ui::RedrawLock lock(control_);
+    for (const HTREEITEM group : groups_)
+        TreeView_Expand(control_, group, open ? TVE_EXPAND : TVE_COLLAPSE);
+    TreeView_EnsureVisible(control_, TreeView_GetSelection(control_));
 }
 
 } // namespace tarv

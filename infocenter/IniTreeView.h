@@ -6,7 +6,8 @@
 
 #include <commctrl.h>
 
-#include <string>
+#include <optional>
+#include <vector>
 
 namespace tarv {
 
@@ -22,20 +23,31 @@ enum class NodePicture {
 /// nobody can tell the difference, and opening the window does not depend on the number of entries.
 class IniTreeView {
 public:
-    void attach(HWND control) { control_ = control; }
+    /// Gives the control the looks of Explorer's, where Windows has them.
+    void attach(HWND control);
 
+    /// Shows another tree. Selection and open groups stay where they still exist.
     void fill(IniTree tree);
+    const IniTree& tree() const { return tree_; }
 
     /// To be called for every notification of the control.
     void onNotify(const NMHDR& header);
 
-    /// The whole text of the selected node; empty without a selection.
-    std::wstring selectedText() const;
+    std::optional<NodePlace> selected() const;
+    /// Opens its group and scrolls to it.
+    void select(NodePlace node);
+
+    /// Selects the node at a point of the screen, if there is one.
+    void selectAt(POINT point);
+    /// The point of the control just below the selected node.
+    POINT belowSelected() const;
 
     void toggleSelected();
+    void openAll(bool open);
 
 private:
     HWND control_ = nullptr;
+    std::vector<HTREEITEM> groups_;
     IniTree tree_;
 };
 

@@ -21,6 +21,15 @@ public:
 
 private:
     void load();
+    void read();
+    void refresh();
+    void showFindLine(bool open);
+    /// Finds the next place of what the find line holds, and opens it where there is nothing in it yet.
+    void find(bool backwards);
+    void showFound(const wchar_t* text);
+    void copy(const std::wstring& text);
+    /// At a point of the screen; (-1, -1) is beside the caret or the selected node.
+    void showContextMenu(POINT at);
     void showTab(int index);
     int selectedTab() const;
     HWND page() const;
@@ -35,6 +44,11 @@ private:
     Font reportFont_;
     ui::ImageList imageList_;
     IniTreeView treeView_;
+    std::wstring report_;
+    bool findOpen_ = false;
+    /// What is looked for has not changed since it was found.
+    bool continued_ = false;
+    bool refreshing_ = false;
 };
 
 } // namespace tarv

@@ -228,6 +228,8 @@ TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     program->press(window, {VK_TAB}); // away from the caret
     EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdEnd));
     changeAll();
+    program->press(window, {-'F', VK_TAB});
+    EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdFind));
     SendMessageW(control(ID_SSTab1), TCM_SETCURFOCUS, 1, 0);
     changeAll();
     program->command(window, ID_cmdEnd);

@@ -191,12 +191,17 @@ void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
             input.ki.dwFlags = flags;
             inputs.push_back(input);
         };
+        const int pressed = std::abs(key);
+        std::vector<int> held;
         if (key < 0)
-            add(VK_CONTROL, 0);
-        add(std::abs(key), 0);
-        add(std::abs(key), KEYEVENTF_KEYUP);
-        if (key < 0)
-            add(VK_CONTROL, KEYEVENTF_KEYUP);
+            held.push_back(VK_CONTROL);
+        if (pressed & shifted)
+            held.push_back(VK_SHIFT);
+        held.push_back(pressed & ~shifted);
+        for (const int down : held)
+            add(down, 0);
+        for (auto up = held.rbegin(); up != held.rend(); ++up)
+            add(*up, KEYEVENTF_KEYUP);
         SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
         // A thread paints when nothing else waits for it: by then it has handled the key.
         InvalidateRect(window, nullptr, FALSE);

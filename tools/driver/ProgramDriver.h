@@ -50,8 +50,10 @@ public:
     const std::vector<std::wstring>& boxes() const { return boxes_; }
 
     void command(HWND window, int id);
-    /// Presses keys one after the other as the user's keyboard would; a negative one is held down with Ctrl.
+    /// Presses keys one after the other as the user's keyboard would; a negative one is held down with Ctrl,
+    /// one plus `shifted` (or, negative, minus it) with Shift.
     /// They go to the window in front: when that is another program's, none is pressed.
+    static constexpr int shifted = 0x100;
     void press(HWND window, std::initializer_list<int> keys);
     /// Waits until the control with this id of the window has the focus.
     static bool focusOn(HWND window, int id);
