@@ -1,7 +1,7 @@
 #include "platform/windows/ProcessHardening.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "runtime/Funktionen32/Errors.h"
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 #include "shell/frmMain.h"
 #include "ui/MessageLoop.h"

@@ -1,11 +1,62 @@
 #include "infocenter/WholeText.h"
 
+#include "platform/FileStore.h"
+#include "platform/Platform.h"
+#include "runtime/Funktionen32/Texts.h"
+#include "runtime/Runtime.h"
+#include "runtime/detail/WholeFile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cwchar>
+
 namespace tarv {
 namespace {
 
 constexpr std::wstring_view lineEnd = L"\r\n";
 
+/// Half a pair becomes the sign for what cannot be shown.
+std::string utf8(std::wstring_view text) {
+    std::string bytes;
+    bytes.reserve(text.size() + text.size() / 8);
+    const auto isHalf = [](char32_t unit, char32_t first) { return unit >= first && unit < first + 0x400; };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto code = static_cast<char32_t>(text[i]);
+        if (isHalf(code, 0xD800) && i + 1 < text.size() && isHalf(static_cast<char32_t>(text[i + 1]), 0xDC00))
+            code = 0x10000 + ((code - 0xD800) << 10) + (static_cast<char32_t>(text[++i]) - 0xDC00);
+        else if (isHalf(code, 0xD800) || isHalf(code, 0xDC00))
+            code = 0xFFFD;
+        const int further = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+        constexpr char32_t marks[]{0, 0xC0, 0xE0, 0xF0};
+        bytes += static_cast<char>(marks[further] | code >> (6 * further));
+        for (int left = further - 1; left >= 0; --left)
+            bytes += static_cast<char>(0x80 | (code >> (6 * left) & 0x3F));
+    }
+    return bytes;
 }
+
+/// Why a file could not be written, as a user understands it.
+std::wstring reason(SystemCode code) {
+    constexpr SystemCode writeProtected = 19, handleDiskFull = 39, diskFull = 112;
+    switch (code) {
+    case system_code::accessDenied:
+    case writeProtected:
+        return TranslateText(L"Hier darf nicht geschrieben werden, oder die Datei ist schreibgeschützt.");
+    case system_code::sharingViolation:
+    case system_code::lockViolation:
+        return TranslateText(L"Ein anderes Programm hat die Datei geöffnet.");
+    case handleDiskFull:
+    case diskFull:
+        return TranslateText(L"Der Datenträger ist voll.");
+    case system_code::fileNotFound:
+    case system_code::pathNotFound:
+        return TranslateText(L"Der Ordner ist nicht zu erreichen.");
+    default:
+        return TranslateText(L"Windows meldet den Fehler ") + std::to_wstring(code) + L".";
+    }
+}
+
+} // namespace
 
 std::wstring groupText(const IniGroupNode& group) {
     std::wstring text = group.text;
@@ -20,6 +71,37 @@ std::wstring wholeText(std::wstring_view report, const IniTree& tree) {
     for (const IniGroupNode& group : tree.groups)
         text += groupText(group);
     return text;
+}
+
+std::wstring wholeTextFileName(std::wstring_view computer, int year, int month, int day) {
+    std::wstring name(computer);
+    std::ranges::replace_if(
+        name,
+        [](wchar_t c) {
+            return c < L' ' || std::wstring_view(L"\\/:*?\"<>|").find(c) != std::wstring_view::npos;
+        },
+        L'_');
+    wchar_t date[40];
+    static_cast<void>(std::swprintf(date, std::size(date), L"_%04d-%02d-%02d.txt", year, month, day));
+    return L"Infocenter_" + name + date;
+}
+
+std::optional<std::wstring> saveWholeText(Runtime& rt, const std::wstring& file, std::wstring_view text) {
+    FileStore& files = *rt.platform.files;
+    const std::wstring fresh = freeNameBeside(files, file);
+    SystemCode code = files.overwrite(fresh, "\xEF\xBB\xBF" + utf8(text));
+    const bool written = code == 0;
+    if (written)
+        code = putInPlace(rt.platform, file, fresh);
+    if (code == 0)
+        return std::nullopt;
+    std::wstring message = TranslateText(L"Der Bericht kann hier nicht gespeichert werden:");
+    message.append(lineEnd).append(file).append(lineEnd).append(lineEnd).append(reason(code));
+    if (written && !files.attributes(file))
+        message.append(lineEnd).append(TranslateText(L"Er liegt vollständig in ")).append(fresh);
+    else
+        files.remove(fresh);
+    return message;
 }
 
 } // namespace tarv

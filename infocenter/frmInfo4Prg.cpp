@@ -5,11 +5,13 @@
 #include "infocenter/WholeText.h"
 #include "infocenter/ids.h"
 #include "platform/Platform.h"
+#include "runtime/Funktionen32/Paths.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 #include "ui/Clipboard.h"
 #include "ui/MessageLoop.h"
 #include "ui/ReportBox.h"
+#include "ui/SaveDialog.h"
 #include "ui/WaitCursor.h"
 
 #include <windowsx.h>
@@ -47,6 +49,7 @@ constexpr struct {
     {ID_mnuCloseAll, L"Alle s&chließen", true},
     {0, nullptr, false},
     {ID_mnuFind, L"&Suchen…\tStrg+F", false},
+    {ID_mnuSave, L"Bericht s&peichern…\tStrg+S", false},
     {ID_mnuRefresh, L"Akt&ualisieren\tF5", false},
 };
 
@@ -216,6 +219,22 @@ void frmInfo4Prg::copy(const std::wstring& text) {
     }
 }
 
+void frmInfo4Prg::save() {
+    const std::wstring text = wholeText(report_, treeView_.tree());
+    SYSTEMTIME today{};
+    GetLocalTime(&today);
+    std::wstring name = wholeTextFileName(GetPCName(rt_), today.wYear, today.wMonth, today.wDay);
+    // A place that refuses is told, and another one asked for.
+    while (const auto chosen = ui::askSaveName(handle(), TranslateText(L"Bericht speichern"),
+                                               TranslateText(L"Textdateien (*.txt)"), name)) {
+        const auto failure = saveWholeText(rt_, *chosen, text);
+        if (!failure || !alive())
+            return;
+        rt_.platform.desktop->messageBox(*failure, TranslateText(L"Infocenter"), message_box::exclamation);
+        name = *chosen;
+    }
+}
+
 void frmInfo4Prg::showContextMenu(POINT at) {
     if (at.x == -1 && at.y == -1) { // by keyboard
         RECT shown{};
@@ -274,6 +293,8 @@ bool frmInfo4Prg::translateKey(const MSG& message) {
     }
     case 'F':
         return control && command(ID_mnuFind);
+    case 'S':
+        return control && command(ID_mnuSave);
     case 'C':
         if (control && shift)
             return command(ID_mnuCopyAll);
@@ -365,6 +386,9 @@ void frmInfo4Prg::onCommand(int id, int notification) {
         break;
     case ID_mnuCloseAll:
         treeView_.openAll(false);
+        break;
+    case ID_mnuSave:
+        save();
         break;
     case ID_mnuRefresh:
         refresh();

@@ -28,6 +28,7 @@ private:
     void find(bool backwards);
     void showFound(const wchar_t* text);
     void copy(const std::wstring& text);
+    void save();
     /// At a point of the screen; (-1, -1) is beside the caret or the selected node.
     void showContextMenu(POINT at);
     void showTab(int index);

@@ -1,6 +1,6 @@
 #include "shell/MainMenu.h"
 
-#include "runtime/ModRkIni.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "shell/ids.h"
 
 namespace tarv {

@@ -2,6 +2,7 @@
 
 #include "app/resource.h"
 #include "tests/program/Installation.h"
+#include "ui/Clipboard.h"
 
 #include <gtest/gtest.h>
 
@@ -28,9 +29,7 @@ protected:
     static void SetUpTestSuite() {
         installation = std::make_unique<Installation>();
         installation->write(versionFile, "[Info]\r\nProgVersion=2019.1.3\r\n");
-        installation->write(machineFile,
-                            "[Directories]\r\nProgrammDirectory=C:\\Programm\r\nDaten=N:\\Daten\r\n"
-                            "[Drucker]\r\nStandard=B\xFCro\r\nStandard=Lager\r\n");
+        installation->write(machineFile, machineText);
         installation->write(qvFile, "[Directories]\r\nDaten=X:\r\n[Ansicht]\r\nSpalten=3\r\n");
         program = installation->start();
         mainWindow = program->window(L"frmMain");
@@ -68,6 +67,9 @@ protected:
     HWND control(int id) const { return GetDlgItem(window, id); }
     std::wstring textOf(int id) const { return ProgramDriver::text(control(id)); }
 
+    static constexpr const char* machineText =
+        "[Directories]\r\nProgrammDirectory=C:\\Programm\r\nDaten=N:\\Daten\r\n"
+        "[Drucker]\r\nStandard=B\xFCro\r\nStandard=Lager\r\n";
     static inline std::unique_ptr<Installation> installation;
     static inline std::unique_ptr<ProgramDriver> program;
     static inline HWND mainWindow = nullptr;
@@ -180,6 +182,54 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
         EXPECT_TRUE(ProgramDriver::focusOn(window, focus)) << focus;
         EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
     }
+    program->press(window, {VK_ESCAPE});
+    expectClosed();
+}
+
+TEST_F(ProgramWindows, InfoCentreFindsCopiesSavesAndRefreshesByKeyboardAlone) {
+    constexpr int shifted = ProgramDriver::shifted;
+    program->press(mainWindow, {VK_F10, VK_RIGHT, VK_DOWN, VK_RETURN});
+    expectOpen(L"frmInfo4Prg");
+    ASSERT_TRUE(ProgramDriver::focusOn(window, ID_txtInfo));
+    const std::wstring report = textOf(ID_txtInfo);
+    const struct {
+        std::initializer_list<int> keys;
+        const wchar_t *copied, *found;
+    } steps[] = {{{-'F', 'N', 'U', 'T', VK_RETURN, VK_ESCAPE, -'C'}, L"nut", L""},
+                 {{-VK_TAB, VK_HOME, -'F', 'A', 'N', VK_RETURN, VK_ESCAPE, -'C'}, L"Standard=Büro", L""},
+                 {{VK_F3, VK_F3, -'C'}, L"QV.INI  [Ansicht]", L""},
+                 {{VK_F3, -'C'}, L"Standard=Büro", L"Von vorn weiter"},
+                 {{VK_F3 | shifted, -'C'}, L"QV.INI  [Ansicht]", L"Von hinten weiter"},
+                 {{-'F', 'X', VK_RETURN, VK_TAB, VK_TAB, -'C'}, L"QV.INI  [Ansicht]", L"Nicht gefunden"},
+                 {{VK_ESCAPE, VK_APPS, 'G'}, L"QV.INI  [Ansicht]\r\n    Spalten=3\r\n", L""}};
+    for (const auto& [keys, copied, found] : steps) {
+        program->press(window, keys);
+        EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
+        EXPECT_TRUE(!IsWindowVisible(control(ID_lblFound)) || textOf(ID_lblFound) == found) << found;
+    }
+    EXPECT_FALSE(IsWindowVisible(control(ID_txtFind)));
+
+    program->press(window, {-('C' | shifted)});
+    const std::wstring lines = L"Q_Machine.INI  [Drucker]\r\n    Standard=Büro\r\nQV.INI  [Directories ";
+    EXPECT_TRUE(waitUntil([&] { return ProgramDriver::clipboard().find(lines) != lines.npos; }));
+    EXPECT_TRUE(ProgramDriver::clipboard().starts_with(report + L"Q_Machine.INI  [Directories]\r\n    Pro"));
+
+    ui::copyToClipboard(nullptr, installation->path(L"Bericht.txt"));
+    program->press(window, {-'S'});
+    HWND dialog = nullptr;
+    ASSERT_TRUE(
+        waitUntil([&] { return (dialog = FindWindowW(L"#32770", L"Bericht speichern")) != nullptr; }));
+    program->press(dialog, {-'V', VK_RETURN});
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(dialog); }));
+    const std::string saved = installation->read(L"Bericht.txt");
+    EXPECT_TRUE(saved.starts_with("\xEF\xBB\xBF[Kundeninfo]\r\n")) << saved;
+    EXPECT_NE(saved.find("\r\n    Standard=B\xC3\xBCro\r\n"), saved.npos);
+
+    program->press(window, {VK_HOME, VK_RIGHT, VK_RIGHT, VK_DOWN}); // to "Daten=N:\Daten"
+    installation->write(machineFile, "[Neu]\r\n[Directories]\r\nDaten=O:\r\n");
+    program->press(window, {VK_F5, -'C'});
+    EXPECT_TRUE(ProgramDriver::copied(L"Daten=O:")) << "the same entry is selected";
+    installation->write(machineFile, machineText);
     program->press(window, {VK_ESCAPE});
     expectClosed();
 }

@@ -218,18 +218,20 @@ bool ProgramDriver::focusOn(HWND window, int id) {
     });
 }
 
-bool ProgramDriver::copied(const std::wstring& wanted) {
-    return waitUntil([&] {
-        std::wstring text;
-        if (OpenClipboard(nullptr)) {
-            if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-                text = static_cast<const wchar_t*>(GlobalLock(data));
-                GlobalUnlock(data);
-            }
-            CloseClipboard();
+std::wstring ProgramDriver::clipboard() {
+    std::wstring text;
+    if (OpenClipboard(nullptr)) {
+        if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+            text = static_cast<const wchar_t*>(GlobalLock(data));
+            GlobalUnlock(data);
         }
-        return text == wanted;
-    });
+        CloseClipboard();
+    }
+    return text;
+}
+
+bool ProgramDriver::copied(const std::wstring& wanted) {
+    return waitUntil([&] { return clipboard() == wanted; });
 }
 
 int ProgramDriver::dpi(HWND window) {

@@ -61,6 +61,8 @@ public:
     /// Changes the window's DPI as moving it to another screen does; size and place go with it.
     void changeDpi(HWND window, int from, int to);
 
+    /// The text on the clipboard; empty when there is none.
+    static std::wstring clipboard();
     /// Waits until the clipboard holds this text.
     static bool copied(const std::wstring& wanted);
 
