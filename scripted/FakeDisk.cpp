@@ -7,6 +7,8 @@
 namespace tarv {
 namespace {
 
+constexpr SystemCode diskFull = 112;
+
 std::wstring_view nameOf(std::wstring_view path) {
     return path.substr(path.rfind(L'\\') + 1);
 }
@@ -124,9 +126,12 @@ std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern
     return search;
 }
 
-SystemCode FakeFileStore::write(const char* function, std::wstring_view path, std::string bytes) {
+SystemCode FakeFileStore::write(const char* function, std::wstring_view path, std::string bytes,
+                                std::size_t added) {
     const SystemCode code = faults_.enter(function).value_or(disk_.refusal(path));
-    if (code == 0)
+    if (code == diskFull)
+        bytes.resize(bytes.size() - added / 2);
+    if (code == 0 || code == diskFull)
         disk_.addFile(path, std::move(bytes));
     return code;
 }

@@ -71,12 +71,15 @@ public:
         return disk_.find(path)->attributes;
     }
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override;
+    /// A planned failure 112, the full disk, takes its effect in both: only half of the bytes arrive.
     SystemCode append(std::wstring_view path, std::string_view bytes) override {
         const FakeEntry* present = disk_.find(path);
-        return write("FileStore.append", path, (present ? present->bytes : "") + std::string(bytes));
+        std::string all = present ? present->bytes : "";
+        all += bytes;
+        return write("FileStore.append", path, std::move(all), bytes.size());
     }
     SystemCode overwrite(std::wstring_view path, std::string_view bytes) override {
-        return write("FileStore.overwrite", path, std::string(bytes));
+        return write("FileStore.overwrite", path, std::string(bytes), bytes.size());
     }
     SystemCode remove(std::wstring_view path) override;
     /// Planned failures 1176 and 1177 take their effect: the old file is gone or has another name.
@@ -93,7 +96,7 @@ private:
     SystemCode failure(const char* function, std::wstring_view path) {
         return faults_.enter(function).value_or(disk_.missing(path));
     }
-    SystemCode write(const char* function, std::wstring_view path, std::string bytes);
+    SystemCode write(const char* function, std::wstring_view path, std::string bytes, std::size_t added);
     SystemCode moveInto(std::wstring_view path, std::wstring_view by);
 
     FakeDisk& disk_;

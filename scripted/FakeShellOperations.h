@@ -16,8 +16,11 @@ struct FakeShellOperations : ShellOperations, Planned {
     /// A failure with code 0 is an abort by the user.
     ShellFileResult fileOperation(const ShellFileRequest& request) override {
         requests.push_back(request);
-        if (const auto code = faults_.enter("ShellOperations.fileOperation"))
+        if (const auto code = faults_.enter("ShellOperations.fileOperation")) {
+            if (onStopped)
+                onStopped();
             return {static_cast<std::int32_t>(*code), *code == 0};
+        }
         if (onFileOperation)
             onFileOperation();
         return nextOf(results, ShellFileResult{});
@@ -34,6 +37,8 @@ struct FakeShellOperations : ShellOperations, Planned {
     /// Used up in order; then every operation succeeds.
     std::deque<ShellFileResult> results;
     std::function<void()> onFileOperation;
+    /// What an operation that fails by plan has done before it stopped.
+    std::function<void()> onStopped;
 
     std::vector<FolderRequest> folderRequests;
     /// What the user chooses; he cancels while there is none.

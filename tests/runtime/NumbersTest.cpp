@@ -120,6 +120,7 @@ TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
     EXPECT_EQ(readNumber(L"1" + zeros + L"E-1000000"), 1);
     EXPECT_EQ(readNumber(L"9007199254740993." + zeros + L"1"), 9007199254740994.0)
         << "half-way but for one digit far behind";
+    EXPECT_EQ(readNumber(L"9007199254740993." + zeros), 9007199254740992.0) << "half-way to the end";
     EXPECT_EQ(numberText(1e300, L"."), L"1" + std::wstring(300, L'0'));
     EXPECT_EQ(numberText(5e-324, L".").substr(320), L"00000494065645841247");
     EXPECT_EQ(formatted(0.25, L"0." + zeros.substr(0, 300), {}), L"0.25" + zeros.substr(0, 298));

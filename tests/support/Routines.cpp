@@ -161,7 +161,8 @@ std::vector<SystemCode> failuresOf(const std::string& function) {
         return {2, 3, 5, 18, 740};
     if (function == "FileStore.replace")
         return {1, 5, 32, 1175, 1176, 1177};
-    return function.starts_with("FileStore") ? std::vector<SystemCode>{2, 5, 32} : std::vector<SystemCode>{5};
+    return function.starts_with("FileStore") ? std::vector<SystemCode>{2, 5, 32, 112}
+                                             : std::vector<SystemCode>{5};
 }
 
 } // namespace tarv

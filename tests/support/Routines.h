@@ -45,8 +45,10 @@ struct Workstation : World {
         fake.desktop.windows = {fake.desktop.active = WindowHandle{1}, fake.desktop.form = WindowHandle{2}};
         fake.desktop.answers = {message_box::answerNo};
         fake.shell.chosenFolder = L"C:\\t";
+        fake.shell.onStopped = [this] { fake.disk.addFile(L"D:\\out\\a.txt", "alt"); };
         fake.shell.onFileOperation = [this] {
-            fake.disk.addFile(L"D:\\out\\a.txt", "alt"), fake.disk.addFile(L"D:\\out\\b.txt", "alt");
+            fake.disk.addFile(L"D:\\out\\a.txt", "alt");
+            fake.disk.addFile(L"D:\\out\\b.txt", "alt");
         };
         const auto scripted = [this](const wchar_t* name,
                                      std::initializer_list<std::pair<const wchar_t*, Value>> all) {
