@@ -33,7 +33,7 @@ foreach(archive IN LISTS archives)
 endforeach()
 # Each with the number of inputs that a run of the native leg tries.
 set(programs
-    base64:20000 colour:20000 commandline:5000 initree:2000 numberreader:20000 paths:2000 roundvalue:5000
+    base64:20000 commandline:5000 initree:2000 numberreader:20000 paths:2000 roundvalue:5000
     sequence:1000 toval:10000 tracename:5000
 )
 set(found_folders ${programs})
