@@ -3,6 +3,7 @@
 include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
 
 option(TARVENIK_WERROR "Treat warnings as errors" OFF)
+option(TARVENIK_SYMBOLS "Keep names and lines in the Windows programs; packaging/finish-programs takes them out" OFF)
 option(TARVENIK_SANITIZE "AddressSanitizer and UndefinedBehaviorSanitizer (native build)" OFF)
 
 if(MSVC)
@@ -33,7 +34,13 @@ if(MINGW)
     # program stays small: unreferenced sections are dropped.
     add_compile_options(-ffunction-sections -fdata-sections)
     # No time goes into a program: the same sources give the same bytes.
-    add_link_options(-static -Wl,--gc-sections,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
+    add_link_options(-static -Wl,--gc-sections,--no-insert-timestamp)
+    if(TARVENIK_SYMBOLS)
+        # Names begin at the root of the tree, wherever it lies.
+        add_compile_options(-g1 -ffile-prefix-map=${PROJECT_BINARY_DIR}/= -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+    else()
+        add_link_options($<$<CONFIG:Release>:-s>)
+    endif()
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)
         # x87 would round differently from the 64-bit build; prices have to agree to the last bit.
         add_compile_options(-msse2 -mfpmath=sse)
