@@ -1,5 +1,6 @@
 #include "examples.h"
 
+#include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/ModRkIni.h"
 
@@ -8,7 +9,7 @@
 void configuration(tarv::Runtime& rt) {
     tarv::Tarvwin_EintragSchreiben(rt, L"DRUCKOPT", L"Rand", 12.5);
     const tarv::Value margin = tarv::Tarvwin_Eintrag(rt, L"DRUCKOPT", L"Rand", 20.0);
-    print(L"Tarvwin_Eintrag, number: " + std::to_wstring(std::get<double>(margin)));
+    print(L"Tarvwin_Eintrag, number: " + std::to_wstring(tarv::numberOf(margin, 20)));
 
     print(L"suiteText, missing: " + tarv::suiteText(rt, L"DRUCKOPT", L"PROGRAMM", L"NET"));
     print(L"suiteText, written back: " + tarv::suiteText(rt, L"DRUCKOPT", L"PROGRAMM", L""));

@@ -12,7 +12,7 @@ void numbers(tarv::Runtime& rt) {
     bool thirdDecimal = false;
     tarv::Value value = amount;
     const tarv::Value rounded = tarv::RoundValue(rt, value, 2, thirdDecimal);
-    print(L"RoundValue: " + tarv::numberText(std::get<double>(rounded), L","));
+    print(L"RoundValue: " + tarv::numberText(tarv::numberOf(rounded), L","));
     print(L"PadLeft: " + tarv::PadLeft(rt, std::wstring(L"42"), 6, L"0", false));
 
     std::wstring formula = L"2 x 3,5 x 4";

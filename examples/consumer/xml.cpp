@@ -1,5 +1,6 @@
 #include "examples.h"
 
+#include "runtime/Funktionen32/NumberText.h"
 #include "xml/clsXML.h"
 
 // Reading, changing and saving a document by paths.
@@ -7,7 +8,7 @@ void xml(tarv::Runtime& rt, const std::wstring& folder) {
     tarv::clsXML document(rt);
     document.OpenFromString(L"<?xml version=\"1.0\"?><Angebot><Los Nr=\"1\">Rohbau</Los></Angebot>", true);
     print(L"ReadNode: " + document.ReadNode(L"Los"));
-    print(L"ReadAttribute: " + std::get<std::wstring>(document.ReadAttribute(L"Los", L"Nr")));
+    print(L"ReadAttribute: " + tarv::textOf(document.ReadAttribute(L"Los", L"Nr"), L"1"));
 
     document.WriteNode(L"Los", L"Rohbau & Dach");
     document.InsertNode(L"Los", L"Los", 0, L"Außenanlagen", L"Nr", std::wstring(L"2"));

@@ -168,6 +168,11 @@ std::wstring numberText(double number, std::wstring_view decimalSeparator) {
     return result;
 }
 
+static bool isNothing(const Value& value) {
+    return std::holds_alternative<Empty>(value) || std::holds_alternative<Null>(value) ||
+           std::holds_alternative<Missing>(value);
+}
+
 std::wstring invariantText(const Value& value, std::wstring_view decimalSeparator) {
     return std::visit(
         [=](const auto& held) -> std::wstring {
@@ -184,6 +189,16 @@ std::wstring invariantText(const Value& value, std::wstring_view decimalSeparato
                 return {};
         },
         value);
+}
+
+std::wstring textOf(const Value& value, std::wstring_view fallback) {
+    return isNothing(value) ? std::wstring(fallback) : invariantText(value);
+}
+
+double numberOf(const Value& value, double fallback) {
+    if (const auto* number = std::get_if<double>(&value))
+        return *number;
+    return isNothing(value) ? fallback : readNumber(invariantText(value));
 }
 
 } // namespace tarv

@@ -21,4 +21,11 @@ std::wstring numberText(double number, std::wstring_view decimalSeparator);
 /// number, texts as they stand; empty for Empty, Null, Missing and objects.
 std::wstring invariantText(const Value& value, std::wstring_view decimalSeparator = L".");
 
+/// The value as text (see invariantText), `fallback` for Empty, Null and Missing.
+std::wstring textOf(const Value& value, std::wstring_view fallback = {});
+
+/// The value as a number: texts by readNumber, Booleans as -1 and 0, objects as 0; `fallback` for Empty,
+/// Null and Missing. Raises overflow (6) where a text exceeds a double.
+double numberOf(const Value& value, double fallback = 0);
+
 } // namespace tarv

@@ -60,6 +60,8 @@ TEST(Tables, Numbers) {
          {L"readNumber", [](auto&, const Row& row) { return shown(readNumber(row[0])); }},
          {L"numberText", [](auto&, const Row& row) { return numberText(real(row[0]), row[1]); }},
          {L"invariantText", [](auto&, const Row& row) { return invariantText(valueOf(row[0])); }},
+         {L"textOf", [](auto&, const Row& row) { return textOf(valueOf(row[0]), L"-"); }},
+         {L"numberOf", [](auto&, const Row& row) { return shown(numberOf(valueOf(row[0]), 7)); }},
          {L"IsFormulaText", [](auto&, const Row& row) { return std::to_wstring(IsFormulaText(row[0])); }},
          {L"CountOccurrences",
           [](auto& w, const Row& row) {
