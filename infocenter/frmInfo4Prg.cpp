@@ -17,6 +17,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tarv {
@@ -65,11 +66,6 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
             .minimumClient = {5400, 3600},
             .iconResource = IDI_PROGRAM,
             .dialogKeys = true});
-    // A control that grows covers the former place of another. Only with WS_CLIPSIBLINGS does Windows know
-    // that what stands there is no longer that other one, and must not go with it to its new place.
-    const auto add = [&](const wchar_t* kind, const wchar_t* text, DWORD style, DWORD extendedStyle, int id) {
-        return addControl(kind, TranslateText(text).c_str(), style | WS_CLIPSIBLINGS, extendedStyle, id);
-    };
     const HWND tabs = add(WC_TABCONTROLW, L"", WS_VISIBLE | WS_TABSTOP, 0, ID_SSTab1);
     for (int index = 0; index < static_cast<int>(std::size(tabCaptions)); ++index) {
         std::wstring caption = TranslateText(tabCaptions[index]);
@@ -79,10 +75,6 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
         SendMessageW(tabs, TCM_INSERTITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
     }
     // A label names what comes behind it to screen readers, also when it is not to be seen.
-    add(WC_STATICW, L"&Suchen:", SS_CENTERIMAGE, 0, ID_lblFind);
-    add(WC_EDITW, L"", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, ID_txtFind);
-    add(WC_BUTTONW, L"&Weiter", BS_PUSHBUTTON | WS_TABSTOP, 0, ID_cmdFind);
-    add(WC_STATICW, L"", SS_CENTERIMAGE, 0, ID_lblFound);
     add(WC_STATICW, L"Info", 0, 0, ID_lblInfo);
     ui::makeReportBox(add(WC_EDITW, L"",
                           ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL |
@@ -101,6 +93,12 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
     showTab(tabInfo);
     focusFirst(ID_txtInfo);
     centreOnWorkArea(GetActiveWindow());
+}
+
+HWND frmInfo4Prg::add(const wchar_t* kind, const wchar_t* text, DWORD style, DWORD extendedStyle, int id) {
+    // A control that grows covers the former place of another. Only with WS_CLIPSIBLINGS does Windows know
+    // that what stands there is no longer that other one, and must not go with it to its new place.
+    return addControl(kind, TranslateText(text).c_str(), style | WS_CLIPSIBLINGS, extendedStyle, id);
 }
 
 void frmInfo4Prg::showModal() {
@@ -162,9 +160,21 @@ void frmInfo4Prg::showTab(int index) {
     }
 }
 
+void frmInfo4Prg::addFindLine() {
+    add(WC_STATICW, L"&Suchen:", SS_CENTERIMAGE, 0, ID_lblFind);
+    add(WC_EDITW, L"", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, ID_txtFind);
+    add(WC_BUTTONW, L"&Weiter", BS_PUSHBUTTON | WS_TABSTOP, 0, ID_cmdFind);
+    add(WC_STATICW, L"", SS_CENTERIMAGE, 0, ID_lblFound);
+    // The Tab key comes to it first.
+    for (auto id = std::rbegin(findLine); id != std::rend(findLine); ++id)
+        SetWindowPos(control(*id), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void frmInfo4Prg::showFindLine(bool open) {
     if (findOpen_ == open)
         return;
+    if (!control(ID_txtFind))
+        addFindLine(); // who never looks for anything does not wait for it
     findOpen_ = open;
     for (const int id : findLine) {
         if (!open && GetFocus() == control(id))

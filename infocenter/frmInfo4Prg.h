@@ -23,6 +23,8 @@ private:
     void load();
     void read();
     void refresh();
+    HWND add(const wchar_t* kind, const wchar_t* text, DWORD style, DWORD extendedStyle, int id);
+    void addFindLine();
     void showFindLine(bool open);
     /// Finds the next place of what the find line holds, and opens it where there is nothing in it yet.
     void find(bool backwards);
