@@ -62,6 +62,10 @@ void showProgram(const wchar_t* path, Screenshots& pictures) {
     program.tree(tree, 1);
     SendMessageW(tree, TVM_ENSUREVISIBLE, 0, SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
     pictures.take(infoCentre, L"frmInfo4Prg-INI-Datei");
+    // Away from the caret, which blinks.
+    program.press(infoCentre, {-'F', 'D', 'R', 'U', 'C', 'K', VK_RETURN, VK_TAB});
+    program.press(infoCentre, {VK_F3});
+    pictures.take(infoCentre, L"frmInfo4Prg-Suchen");
     program.command(infoCentre, ID_cmdEnd);
     pictures.complete = program.gone(infoCentre) && pictures.complete;
 
