@@ -133,6 +133,7 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
             act(dialog);
         });
         EXPECT_EQ(display->call(question ? L"EMW" : L"errormsg", arguments).valueOr(Null{}), answer);
+        std::erase(user.texts, L'\t'); // puts the values on the screen into a column
         EXPECT_NE(user.texts.find(L"|" + report + L"|"), user.texts.npos) << user.texts;
         EXPECT_TRUE(user.texts.starts_with(L"|Fehlermeldung...|")) << user.texts;
         EXPECT_EQ(user.texts.find(L"|&Wiederholen|&Abbrechen|") != user.texts.npos, question);
