@@ -8,6 +8,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include <vssym32.h>
+
 namespace tarv {
 namespace {
 
@@ -44,16 +46,23 @@ NodePlace sameNode(const IniTree& former, NodePlace node, const IniGroupNode& gr
     return {index, 0};
 }
 
+/// Windows' own themes since Vista know a tree whose arrows light up under the mouse. Under another theme,
+/// or none, the usual tree looks better.
+bool themeHasExplorersTree() {
+    const HTHEME theme = ui::late::OpenThemeData(nullptr, L"Explorer::TreeView");
+    const bool has = theme && ui::late::IsThemePartDefined(theme, TVP_HOTGLYPH, 0);
+    if (theme)
+        ui::late::CloseThemeData(theme);
+    return has;
+}
+
 } // namespace
 
 void IniTreeView::attach(HWND control) {
     control_ = control;
     TreeView_SetExtendedStyle(control, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
-    // Wine has the theme too, but paints the window's background over the whole tree with it.
-    const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    if (!wine && ui::late::IsAppThemed() &&
-        SUCCEEDED(ui::late::SetWindowTheme(control, L"Explorer", nullptr))) {
-        // Its tree has arrows and no lines.
+    if (themeHasExplorersTree() && SUCCEEDED(ui::late::SetWindowTheme(control, L"Explorer", nullptr))) {
+        // It has arrows and no lines.
         const auto style = GetWindowLongPtrW(control, GWL_STYLE);
         SetWindowLongPtrW(control, GWL_STYLE, style & ~LONG_PTR{TVS_HASLINES});
     }

@@ -121,6 +121,7 @@ void frmMain::layout() {
     const int points =
         std::clamp(static_cast<int>(std::lround(versionPoints * growth)), leastPoints, mostPoints);
     versionFont_ = ui::makeFont(L"Arial", points, dpi(), VARIABLE_PITCH | FF_SWISS);
+    SendMessageW(control(ID_lblVersion), WM_SETFONT, reinterpret_cast<WPARAM>(versionFont_.get()), FALSE);
     const int height = MulDiv(points, dpi(), ui::standardDpi / 2);
     place(ID_lblVersion, {left, top, left + 10 * height, top + height});
     RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

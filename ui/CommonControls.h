@@ -20,8 +20,11 @@ inline const LateEntry<decltype(&::ImageList_Create)> ImageList_Create{comctl32,
 inline const LateEntry<decltype(&::ImageList_Destroy)> ImageList_Destroy{comctl32, "ImageList_Destroy"};
 inline const LateEntry<decltype(&::ImageList_ReplaceIcon)> ImageList_ReplaceIcon{comctl32,
                                                                                  "ImageList_ReplaceIcon", -1};
-inline const LateEntry<decltype(&::IsAppThemed)> IsAppThemed{L"uxtheme.dll", "IsAppThemed"};
-inline const LateEntry<decltype(&::SetWindowTheme)> SetWindowTheme{L"uxtheme.dll", "SetWindowTheme", E_FAIL};
+inline constexpr wchar_t uxtheme[] = L"uxtheme.dll";
+inline const LateEntry<decltype(&::CloseThemeData)> CloseThemeData{uxtheme, "CloseThemeData", E_FAIL};
+inline const LateEntry<decltype(&::IsThemePartDefined)> IsThemePartDefined{uxtheme, "IsThemePartDefined"};
+inline const LateEntry<decltype(&::OpenThemeData)> OpenThemeData{uxtheme, "OpenThemeData"};
+inline const LateEntry<decltype(&::SetWindowTheme)> SetWindowTheme{uxtheme, "SetWindowTheme", E_FAIL};
 } // namespace late
 
 using ImageList = Handle<HIMAGELIST, late::ImageList_Destroy>;

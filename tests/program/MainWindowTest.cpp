@@ -120,7 +120,7 @@ TEST_F(MainWindow, TextsHaveTheirFonts) {
         SendMessageW(window->handle(), WM_COMMAND, static_cast<WPARAM>(entry), 0);
     EXPECT_EQ(faces[ID_lblVersion], L"Arial");
     EXPECT_EQ(faces[ID_txtInfo], L"Courier New");
-    EXPECT_EQ(faces[ID_Label1], L"MS Sans Serif");
+    EXPECT_EQ(faces[ID_Label1], L"Microsoft Sans Serif");
 }
 
 } // namespace

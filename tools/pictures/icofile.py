@@ -2,7 +2,7 @@
 
 import struct
 
-PNG_FROM = 128
+PNG_FROM = 64
 
 
 def bitmap(size, pixels):

@@ -63,7 +63,7 @@ def main():
         folder = pathlib.Path(name)
         # Twice: most screens get by with the small one, which is decoded in a quarter of the time.
         photograph("StartPicture.jpg", start_picture.picture(), "800x500", 86, "2x2", folder)
-        photograph("StartPicture200.jpg", start_picture.picture(), "1600x1000", 78, "2x2", folder)
+        photograph("StartPicture200.jpg", start_picture.picture(), "1600x1000", 75, "2x2", folder)
         photograph("IpPicture.jpg", ip_picture.picture(), "192x192", 90, "1x1", folder)
         icon("TarvService.ico", program_icon.picture, (16, 20, 24, 32, 40, 48, 64, 128, 256), folder)
         icon("ClosedFolder.ico", node_icons.closed_folder, (16, 20, 24, 32, 48), folder)
