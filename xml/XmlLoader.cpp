@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/Paths.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
 #include "xml/XmlEncoding.h"
 
@@ -35,15 +36,15 @@ XmlParseError reasonOf(XmlDocument& document, const Automated<bool>& loaded) {
 /// Shows why a document could not be loaded. `file` is empty for a text.
 void showParseError(Runtime& rt, const XmlParseError& error, std::wstring_view file) {
     const std::wstring lineEnd = L"\r\n";
-    std::wstring text = L"Fehler beim Laden von XML";
+    std::wstring text = TranslateText(L"Fehler beim Laden von XML");
     if (!file.empty())
         text += L":" + lineEnd + std::wstring(file);
     text += lineEnd + lineEnd + std::to_wstring(error.code) + lineEnd;
     // The reason brings its own line end.
-    text += error.reason + L"Line " + std::to_wstring(error.line) + L", Position " +
-            std::to_wstring(error.linePosition) + lineEnd + lineEnd;
+    text += error.reason + TranslateText(L"Line ") + std::to_wstring(error.line) +
+            TranslateText(L", Position ") + std::to_wstring(error.linePosition) + lineEnd + lineEnd;
     text += error.sourceText + lineEnd;
-    rt.platform.desktop->messageBox(text, L"XML Parse Error",
+    rt.platform.desktop->messageBox(text, TranslateText(L"XML Parse Error"),
                                     message_box::ok | message_box::exclamation | message_box::systemModal);
 }
 
@@ -70,9 +71,10 @@ XmlDocumentRef openThroughScratchFile(Runtime& rt, std::int16_t version, std::ws
     } else if (showErrors) {
         XmlParseError reason;
         reason.code = bytes ? static_cast<std::int32_t>(0x80070000 | code) : encodingSwitchRefused;
-        reason.reason = bytes                  ? L"Die Hilfsdatei kann nicht geschrieben werden.\r\n"
-                        : knowsEncodingOf(xml) ? L"Der Text passt nicht in die Kodierung, die er nennt.\r\n"
-                                               : L"Die Kodierung, die der Text nennt, ist unbekannt.\r\n";
+        reason.reason =
+            TranslateText(bytes                  ? L"Die Hilfsdatei kann nicht geschrieben werden.\r\n"
+                          : knowsEncodingOf(xml) ? L"Der Text passt nicht in die Kodierung, die er nennt.\r\n"
+                                                 : L"Die Kodierung, die der Text nennt, ist unbekannt.\r\n");
         showParseError(rt, reason, path);
     }
     files.remove(path);
@@ -101,8 +103,9 @@ XmlDocumentRef InvokeParser(Runtime& rt, std::int16_t version) {
     if (created)
         return std::move(*created);
     if (created.error().number == error_number::cannotCreateObject)
-        rt.platform.desktop->messageBox(L"XML-Problem beim Create (" + std::wstring(id) + L")",
-                                        L"clsXml.InvokeParser", message_box::ok | message_box::systemModal);
+        rt.platform.desktop->messageBox(TranslateText(L"XML-Problem beim Create (").append(id) + L")",
+                                        TranslateText(L"clsXml.InvokeParser"),
+                                        message_box::ok | message_box::systemModal);
     return nullptr;
 }
 
@@ -110,9 +113,9 @@ XmlDocumentRef OpenXML(Runtime& rt, std::int16_t version, XmlSource kind, std::w
                        bool showErrors) {
     XmlDocumentRef document = InvokeParser(rt, version);
     if (!document) {
-        rt.platform.desktop->messageBox(L"clsXml.OpenXML Fehler", L"Create the DOMDocument",
-                                        message_box::ok | message_box::exclamation |
-                                            message_box::systemModal);
+        rt.platform.desktop->messageBox(
+            TranslateText(L"clsXml.OpenXML Fehler"), TranslateText(L"Create the DOMDocument"),
+            message_box::ok | message_box::exclamation | message_box::systemModal);
         return nullptr;
     }
     const auto loaded = load(*document, kind, source);

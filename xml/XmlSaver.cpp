@@ -2,6 +2,7 @@
 
 #include "platform/FileStore.h"
 #include "platform/Platform.h"
+#include "runtime/Funktionen32/Texts.h"
 #include "runtime/detail/WholeFile.h"
 #include "xml/XmlEncoding.h"
 #include "xml/XmlFailure.h"
@@ -38,7 +39,8 @@ std::optional<std::string> convertedHere(XmlDocument& document) {
 ErrorRecord cannotWrite(SystemCode code, std::wstring_view file) {
     // The number that the component itself gives for this system code.
     return errorRecord(static_cast<std::int32_t>(0x80070000 | code),
-                       L"Die Datei \"" + std::wstring(file) + L"\" kann nicht geschrieben werden.");
+                       TranslateText(L"Die Datei \"").append(file) +
+                           TranslateText(L"\" kann nicht geschrieben werden."));
 }
 
 } // namespace
@@ -62,7 +64,7 @@ void saveInPlace(XmlDocument& document, const Platform& platform, std::wstring_v
             return;
         failed = cannotWrite(code, file);
         if (!files.attributes(file)) {
-            failed->description += L" Das Dokument liegt vollständig in \"" + fresh + L"\".";
+            failed->description += TranslateText(L" Das Dokument liegt vollständig in \"") + fresh + L"\".";
             throw RuntimeError(*failed);
         }
     }

@@ -64,7 +64,8 @@ bool existsBySearch(Runtime& rt, std::wstring_view path) {
     }
     // 52 is the run-time error of a search that the system refuses.
     if (failed && IsDesign(rt))
-        rt.platform.desktop->messageBox(std::wstring(L"Fehler: 52  in Uexist: \n").append(path), L"IsDesign",
+        rt.platform.desktop->messageBox(TranslateText(L"Fehler: 52  in Uexist: \n").append(path),
+                                        TranslateText(L"IsDesign"),
                                         message_box::ok | message_box::systemModal);
     return found;
 }
@@ -125,7 +126,8 @@ std::optional<std::uint32_t> readAttributesPatiently(Runtime& rt, std::wstring_v
 
 void showToDeveloper(Runtime& rt, std::wstring_view path, std::wstring_view remark) {
     if (bIstEntwicklung(rt))
-        rt.platform.desktop->messageBox(std::wstring(path).append(remark), L"bIstEntwicklung",
+        rt.platform.desktop->messageBox(std::wstring(path).append(TranslateText(remark)),
+                                        TranslateText(L"bIstEntwicklung"),
                                         message_box::ok | message_box::systemModal);
 }
 
@@ -168,8 +170,8 @@ bool existsPatiently(Runtime& rt, std::wstring_view path, bool directory, bool q
 bool Uexist(Runtime& rt, std::wstring_view path, bool directory, bool& quick) {
     if (!directory && (path.ends_with(L'\\') || path.ends_with(L':'))) {
         if (IsDesign(rt))
-            rt.platform.desktop->messageBox(L"Optionaler Param kam dazu für Directories", L"Design",
-                                            message_box::ok);
+            rt.platform.desktop->messageBox(TranslateText(L"Optionaler Param kam dazu für Directories"),
+                                            TranslateText(L"Design"), message_box::ok);
         return false;
     }
     if (rt.accessMode == 0)

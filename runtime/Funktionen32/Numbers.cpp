@@ -64,7 +64,7 @@ void normaliseSeparators(Runtime& rt, TextBuffer& number, const NumberFormat& fo
             if (bIstEntwicklung(rt))
                 rt.platform.desktop->messageBox(
                     TranslateText(L"Warum Englisch Formatiert:  ").append(number.view()),
-                    L"ToVal - bistEntwicklung", message_box::ok | message_box::systemModal);
+                    TranslateText(L"ToVal - bistEntwicklung"), message_box::ok | message_box::systemModal);
             number.removeAll(decimal);
         }
     } else if (thousands == L',' && number.contains(L',') && number.contains(L'.') &&

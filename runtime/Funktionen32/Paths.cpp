@@ -110,9 +110,10 @@ std::wstring File_getLongPath(Runtime& rt, std::wstring_view path) {
         return longPath(rt, path);
     } catch (const RuntimeError& error) {
         if (bIstEntwicklung(rt)) {
-            const std::wstring text = L"Fehler: " + std::to_wstring(error.record().number) + L" " +
-                                      error.record().description + L"\nin File_getLongPath";
-            rt.platform.desktop->messageBox(text, L"bIstEntwicklung",
+            const std::wstring text = TranslateText(L"Fehler: ") + std::to_wstring(error.record().number) +
+                                      L" " + error.record().description +
+                                      TranslateText(L"\nin File_getLongPath");
+            rt.platform.desktop->messageBox(text, TranslateText(L"bIstEntwicklung"),
                                             message_box::ok | message_box::systemModal);
         }
         return std::wstring(path);
