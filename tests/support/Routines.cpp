@@ -106,7 +106,11 @@ const Routine routines[] = {
     {"cls_PathDialog", L"\\\\1",
      [](auto& w) { return w.dialog.StartPathDialog(), w.dialog.sDriveDir() + text(w.dialog.bCancel()); }},
     {"Base64EncodeBytes", L"",
-     [](auto& w) { return Base64EncodeBytes(w.rt, w.bytes, w.bytes), text(w.bytes.bytes[0]); }},
+     [](auto& w) {
+         ByteArray out; // in place, a long sequence of these grows beyond all memory
+         Base64EncodeBytes(w.rt, w.bytes, out);
+         return text(out.bytes[0]);
+     }},
     {"ApplySkin", L"", [](auto& w) { return ApplySkin(w.rt, w.skin, {}, true, false, false), L""; }},
     {"skinStyle", L"", [](auto& w) { return std::wstring(skinStyle(w.rt, L"P:\\", L"blue").file); }},
     {"BuildInfoReport", L"",
