@@ -52,7 +52,7 @@ public:
     T value(const char* function, T value) {
         return enter(function) ? T() : value;
     }
-    /// Asked by the others: a routine that takes all steps would never come to its end.
+    /// Counts one call over the border; too many mean that a routine never ends.
     void step() {
         if (--stepsLeft < 0)
             throw std::logic_error("more calls over the border than any routine needs");

@@ -5,7 +5,7 @@
 namespace tarv::ui {
 namespace {
 
-/// Tries again: clipboard managers and remote desktops open the clipboard for moments, mostly after a change.
+/// Tries for half a second: other programs keep the clipboard open for moments, above all after a change.
 bool openPatiently(HWND owner) {
     constexpr int attempts = 25;
     constexpr DWORD pause = 20; // milliseconds
