@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 
 namespace tarv {
 namespace {
@@ -101,26 +100,6 @@ TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
     SendMessageW(window->handle(), WM_COMMAND, ID_mnuInfo, 0);
     EXPECT_EQ(sentToMain, offAndOn);
     EXPECT_THROW(ui::runMessageLoop(*window), RuntimeError);
-}
-
-TEST_F(MainWindow, TextsHaveTheirFonts) {
-    std::map<int, std::wstring> faces;
-    onSent = [&](const CWPSTRUCT& sent) {
-        LOGFONTW font{};
-        if (sent.message == WM_SETFONT &&
-            GetObjectW(reinterpret_cast<HFONT>(sent.wParam), sizeof font, &font))
-            faces[GetDlgCtrlID(sent.hwnd)] = font.lfFaceName;
-        const bool modal = GetDlgItem(sent.hwnd, ID_txtInfo) || GetDlgItem(sent.hwnd, ID_Label1);
-        if (sent.message == WM_SHOWWINDOW && modal)
-            PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
-    };
-    window = std::make_unique<frmMain>(rt);
-    window->show(SW_SHOW);
-    for (const int entry : {ID_mnuInfo, ID_mnuSupportIPAdresse})
-        SendMessageW(window->handle(), WM_COMMAND, static_cast<WPARAM>(entry), 0);
-    EXPECT_EQ(faces[ID_lblVersion], L"Arial");
-    EXPECT_EQ(faces[ID_txtInfo], L"Courier New");
-    EXPECT_EQ(faces[ID_Label1], L"Microsoft Sans Serif");
 }
 
 } // namespace
