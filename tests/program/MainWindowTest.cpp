@@ -1,4 +1,4 @@
-// The main window in this process, over the scripted border: what it does in which order.
+// The main window in this process, over the scripted border: its place and its drawing.
 
 #include "app/resource.h"
 #include "runtime/Funktionen32/Errors.h"
@@ -49,25 +49,6 @@ protected:
     static inline std::function<void(const CWPSTRUCT&)> onSent; // to any window of this thread
     HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, look, nullptr, GetCurrentThreadId());
 };
-
-TEST_F(MainWindow, LoadsSkinPicturePlaceAndVersionInThisOrder) {
-    std::vector<std::string> steps;
-    const auto step = [&](const char* name) {
-        if (steps.empty() || steps.back() != name)
-            steps.emplace_back(name);
-    };
-    onSkin = [&] { step("skin"); };
-    onSent = [&](const CWPSTRUCT& sent) {
-        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->control(ID_imgStartPic))
-            step("picture");
-        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->handle())
-            step("place");
-        if (sent.message == WM_SETTEXT && sent.hwnd == window->control(ID_lblVersion))
-            step("version");
-    };
-    window->load();
-    EXPECT_EQ(steps, (std::vector<std::string>{"skin", "picture", "place", "version"}));
-}
 
 TEST_F(MainWindow, IsCentredAlsoWhenTheWayToThePrimaryScreenChangesItsSize) {
     onSent = [this](const CWPSTRUCT& sent) { becomeLargerOnTheWay(sent); };
