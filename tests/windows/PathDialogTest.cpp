@@ -15,8 +15,7 @@ using RealPathDialog = Contract;
 TEST_F(RealPathDialog, GivesTheChosenFolderElseNothing) {
     Runtime rt{border};
     cls_PathDialog dialog(rt);
-    const HWND owner =
-        CreateWindowW(L"STATIC", L"", WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    const HWND owner = makeOwner();
     dialog.sTitel(L"Ordner wählen");
     dialog.hHande(static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(owner)));
     // Wine's tree does not always find its way further down.

@@ -61,4 +61,10 @@ private:
     UINT_PTR timer_ = SetTimer(nullptr, 0, 10, look);
 };
 
+/// A visible window of this thread, as a host's.
+inline HWND makeOwner() {
+    return CreateWindowW(L"STATIC", L"Test", WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr,
+                         GetModuleHandleW(nullptr), nullptr);
+}
+
 } // namespace tarv
