@@ -47,13 +47,13 @@ int askManagementService() {
 }
 
 TEST(Soak, NothingPilesUpAndEachSkinCallIsMade) {
-    if (!Installation::canRegisterStandIn())
-        GTEST_SKIP() << "no place for the stand-in of the skin control";
     ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
     const char* const asked = std::getenv("TARV_SOAK");
     const int rounds = asked ? std::atoi(asked) : 20, warmUp = 10;
     Installation installation;
-    installation.registerStandIn(false);
+    const bool recorded = Installation::canRegisterStandIn();
+    if (recorded)
+        installation.registerStandIn(false);
     installation.write(machineFile, "[Directories]\r\nProgrammDirectory=C:\\Programm\r\n[A]\r\nB=1\r\n");
     const auto program = installation.start();
     const HWND mainWindow = program->window(L"frmMain");
@@ -75,7 +75,8 @@ TEST(Soak, NothingPilesUpAndEachSkinCallIsMade) {
             ASSERT_TRUE(program->ready(mainWindow));
         }
         const std::string log = installation.read(L"skin.log");
-        ASSERT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(log.data()), log.size() / 2), expected) << i;
+        const std::wstring calls(reinterpret_cast<const wchar_t*>(log.data()), log.size() / 2);
+        ASSERT_EQ(calls, recorded ? expected : L"") << i;
         installation.write(L"skin.log", "");
         expected.clear();
     }
