@@ -1,4 +1,4 @@
-// The main window in this process, over the scripted border: its place and its drawing.
+// The main window in this process, over the scripted border: what it does in which order.
 
 #include "app/resource.h"
 #include "runtime/Funktionen32/Errors.h"
@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 
 namespace tarv {
 namespace {
@@ -50,6 +51,25 @@ protected:
     HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, look, nullptr, GetCurrentThreadId());
 };
 
+TEST_F(MainWindow, LoadsSkinPicturePlaceAndVersionInThisOrder) {
+    std::vector<std::string> steps;
+    const auto step = [&](const char* name) {
+        if (steps.empty() || steps.back() != name)
+            steps.emplace_back(name);
+    };
+    onSkin = [&] { step("skin"); };
+    onSent = [&](const CWPSTRUCT& sent) {
+        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->control(ID_imgStartPic))
+            step("picture");
+        if (sent.message == WM_WINDOWPOSCHANGING && sent.hwnd == window->handle())
+            step("place");
+        if (sent.message == WM_SETTEXT && sent.hwnd == window->control(ID_lblVersion))
+            step("version");
+    };
+    window->load();
+    EXPECT_EQ(steps, (std::vector<std::string>{"skin", "picture", "place", "version"}));
+}
+
 TEST_F(MainWindow, IsCentredAlsoWhenTheWayToThePrimaryScreenChangesItsSize) {
     onSent = [this](const CWPSTRUCT& sent) { becomeLargerOnTheWay(sent); };
     window->load();
@@ -81,6 +101,26 @@ TEST_F(MainWindow, SwitchesItsDrawingOffAndOnAgainWhateverHappensInBetween) {
     SendMessageW(window->handle(), WM_COMMAND, ID_mnuInfo, 0);
     EXPECT_EQ(sentToMain, offAndOn);
     EXPECT_THROW(ui::runMessageLoop(*window), RuntimeError);
+}
+
+TEST_F(MainWindow, TextsHaveTheirFonts) {
+    std::map<int, std::wstring> faces;
+    onSent = [&](const CWPSTRUCT& sent) {
+        LOGFONTW font{};
+        if (sent.message == WM_SETFONT &&
+            GetObjectW(reinterpret_cast<HFONT>(sent.wParam), sizeof font, &font))
+            faces[GetDlgCtrlID(sent.hwnd)] = font.lfFaceName;
+        const bool modal = GetDlgItem(sent.hwnd, ID_txtInfo) || GetDlgItem(sent.hwnd, ID_Label1);
+        if (sent.message == WM_SHOWWINDOW && modal)
+            PostMessageW(sent.hwnd, WM_CLOSE, 0, 0);
+    };
+    window = std::make_unique<frmMain>(rt);
+    window->show(SW_SHOW);
+    for (const int entry : {ID_mnuInfo, ID_mnuSupportIPAdresse})
+        SendMessageW(window->handle(), WM_COMMAND, static_cast<WPARAM>(entry), 0);
+    EXPECT_EQ(faces[ID_lblVersion], L"Arial");
+    EXPECT_EQ(faces[ID_txtInfo], L"Courier New");
+    EXPECT_EQ(faces[ID_Label1], L"Microsoft Sans Serif");
 }
 
 } // namespace
