@@ -96,9 +96,13 @@ class FakeAutomation : public Automation {
 public:
     explicit FakeAutomation(FaultPlan& plan) : state{plan} {}
 
-    /// A scripted object that notes its uses under `name`.
-    std::shared_ptr<FakeObject> object(std::wstring name) {
-        return std::make_shared<FakeObject>(state, std::move(name));
+    /// A scripted object that notes its uses under `name`, with members that answer the same always.
+    std::shared_ptr<FakeObject> object(std::wstring name,
+                                       std::initializer_list<std::pair<Member, Value>> answers = {}) {
+        const auto made = std::make_shared<FakeObject>(state, std::move(name));
+        for (const auto& [member, result] : answers)
+            made->answers(member, result);
+        return made;
     }
     Automated<ObjectRef> create(std::wstring_view progId) override {
         return make("Automation.create", L"create ", std::wstring(progId));

@@ -56,10 +56,6 @@ struct FakeSystemFacts : SystemFacts, Planned {
         (entry == variables.end() ? variables.emplace_back() : *entry) =
             std::wstring(name) + L"=" + std::wstring(text);
     }
-    void setSeparators(std::wstring_view newDecimal, std::wstring_view newThousands) {
-        decimal = newDecimal;
-        thousands = newThousands;
-    }
 
     /// The entries of the environment as they stand, in order.
     std::vector<std::wstring> variables{L"=C:=C:\\Program Files\\TARVENIK", L"ProgramData=C:\\ProgramData",

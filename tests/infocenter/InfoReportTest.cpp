@@ -12,9 +12,8 @@ struct InfoReportCase : World {
         for (const auto& [caption, version] : {std::pair{L"\"First\"", L"Null"},
                                                {L"\"Windows 10 Pro\"", L"\"10.0.19045\""},
                                                {L"Null", L"7"}}) {
-            const auto system = fake.automation.object(L"system");
-            system->answers(L"Caption", valueOf(caption)).answers(L"Version", valueOf(version));
-            result->elements.push_back(system);
+            result->elements.push_back(fake.automation.object(
+                L"system", {{L"Caption", valueOf(caption)}, {L"Version", valueOf(version)}}));
         }
         result->elements.push_back(nullptr);
         service->runs(L"ExecQuery", [result](std::span<const Value> arguments) {

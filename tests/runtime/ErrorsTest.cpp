@@ -7,12 +7,10 @@ namespace tarv {
 namespace {
 
 struct ErrorsCase : World {
-    ErrorsCase() {
-        display->answers(L"ErrorMsg", Empty{}).answers(L"NoVisibleNextMsg=", Empty{});
-        fake.automation.provided.emplace(errorDisplayProgId, display);
-    }
+    ErrorsCase() { fake.automation.provided.emplace(errorDisplayProgId, display); }
     ErrorRecord error{53, L"Datei nicht gefunden", L"Quelle"};
-    std::shared_ptr<FakeObject> display = fake.automation.object(L"display");
+    std::shared_ptr<FakeObject> display =
+        fake.automation.object(L"display", {{L"ErrorMsg", Empty{}}, {L"NoVisibleNextMsg=", Empty{}}});
 };
 
 TEST(Tables, Errors) {

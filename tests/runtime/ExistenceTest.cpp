@@ -21,38 +21,37 @@ struct ExistenceCase : World {
 };
 
 TEST(Tables, Existence) {
-    checkTable<ExistenceCase>(
-        "Existence.txt",
-        {{L"Uexist",
-          [](auto& w, const Row& row) {
-              const bool asFile = Uexist(w.rt, row[0]), asFolder = Uexist(w.rt, row[0], true);
-              return std::to_wstring(asFile) + L" " + std::to_wstring(asFolder) + shownBoxes(w);
-          }},
-         {L"Uexist quickly",
-          [](auto& w, const Row& row) {
-              w.rt.accessMode = static_cast<std::int16_t>(row.number(0));
-              bool quick = true;
-              return std::to_wstring(Uexist(w.rt, row[1], false, quick));
-          }},
-         {L"Uexist patiently",
-          [](auto& w, const Row& row) {
-              const std::string function(row[0].begin(), row[0].end());
-              w.fake.faults.fail(function, system_code::accessDenied, 1, row.number(1));
-              return std::to_wstring(Uexist(w.rt, row[2], row.on(3)));
-          }},
-         {L"Uexist for developers",
-          [](auto& w, const Row& row) {
-              Runtime developing{w.fake.border, row.on(0)};
-              developing.developerMode = !row.on(0);
-              w.fake.faults.fail("FileStore.search", 53, 1, 1);
-              const std::wstring found = std::to_wstring(Uexist(developing, row[1], row.on(2)));
-              return found + L":" + shownBoxes(w);
-          }},
-         {L"LoadAccessMode", [](auto& w, const Row& row) {
-              w.fake.profiles.fill(L"Pexoran.INI", L"[SYS]\r\nZugriff_Slow=" + row[0]);
-              LoadAccessMode(w.rt);
-              return std::to_wstring(w.rt.accessMode);
-          }}});
+    checkTable<ExistenceCase>("Existence.txt",
+                              {{L"Uexist",
+                                [](auto& w, const Row& row) {
+                                    const bool asFile = Uexist(w.rt, row[0]),
+                                               asFolder = Uexist(w.rt, row[0], true);
+                                    return std::to_wstring(asFile) + L" " + std::to_wstring(asFolder);
+                                }},
+                               {L"Uexist quickly",
+                                [](auto& w, const Row& row) {
+                                    w.rt.accessMode = static_cast<std::int16_t>(row.number(0));
+                                    bool quick = true;
+                                    return std::to_wstring(Uexist(w.rt, row[1], false, quick));
+                                }},
+                               {L"Uexist patiently",
+                                [](auto& w, const Row& row) {
+                                    const std::string function(row[0].begin(), row[0].end());
+                                    w.fake.faults.fail(function, system_code::accessDenied, 1, row.number(1));
+                                    return std::to_wstring(Uexist(w.rt, row[2], row.on(3)));
+                                }},
+                               {L"Uexist for developers",
+                                [](auto& w, const Row& row) {
+                                    Runtime developing{w.fake.border, row.on(0)};
+                                    developing.developerMode = !row.on(0);
+                                    w.fake.faults.fail("FileStore.search", 53, 1, 1);
+                                    return std::to_wstring(Uexist(developing, row[1], row.on(2))) + L":";
+                                }},
+                               {L"LoadAccessMode", [](auto& w, const Row& row) {
+                                    w.fake.profiles.fill(L"Pexoran.INI", L"[SYS]\r\nZugriff_Slow=" + row[0]);
+                                    LoadAccessMode(w.rt);
+                                    return std::to_wstring(w.rt.accessMode);
+                                }}});
 }
 
 struct Existence : testing::Test, ExistenceCase {};

@@ -22,8 +22,7 @@ TEST(Tables, Starter) {
           [](auto& w, const Row& row) {
               w.fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\nPROGRAMM=" + row[0]);
               w.fake.desktop.answers = {row.number(1)};
-              const std::wstring program = GetDruckEXE(w.rt);
-              return program + shownBoxes(w);
+              return GetDruckEXE(w.rt);
           }},
          {L"MarkExternalProgram",
           [](auto& w, const Row& row) {

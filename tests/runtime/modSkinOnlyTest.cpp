@@ -20,9 +20,8 @@ TEST(Tables, modSkinOnly) {
 using modSkinOnly = Scripted;
 
 TEST_F(modSkinOnly, SkinIsLoadedAppliedAndSetInThisOrderUntilSomethingFails) {
-    const auto skin = fake.automation.object(L"skin");
-    for (const wchar_t* member : {L"#2", L"#3", L"#1=", L"#5="})
-        skin->answers(member, Empty{});
+    const auto skin = fake.automation.object(
+        L"skin", {{L"#2", Empty{}}, {L"#3", Empty{}}, {L"#1=", Empty{}}, {L"#5=", Empty{}}});
     fake.profiles.fill(machineFile, L"[Directories]\r\nProgrammDirectory=P:\\Suite");
     SkinControl control{skin, WindowHandle{0x77}};
     const auto uses = [&](std::optional<WindowHandle> target, bool option) {

@@ -50,24 +50,19 @@ struct Workstation : World {
             fake.disk.addFile(L"D:\\out\\a.txt", "alt");
             fake.disk.addFile(L"D:\\out\\b.txt", "alt");
         };
-        const auto scripted = [this](const wchar_t* name,
-                                     std::initializer_list<std::pair<const wchar_t*, Value>> all) {
-            const auto made = fake.automation.object(name);
-            for (const auto& [member, result] : all)
-                made->answers(member, result);
-            return made;
-        };
         const Value done = Empty{};
-        skin.object = scripted(L"skin", {{L"#1=", done}, {L"#2", done}, {L"#3", done}, {L"#5=", done}});
+        skin.object =
+            fake.automation.object(L"skin", {{L"#1=", done}, {L"#2", done}, {L"#3", done}, {L"#5=", done}});
         // The user wants one retry.
-        const auto display = scripted(L"display", {{L"ErrorMsg", done}, {L"NoVisibleNextMsg=", done}});
+        const auto display =
+            fake.automation.object(L"display", {{L"ErrorMsg", done}, {L"NoVisibleNextMsg=", done}});
         display->runs(L"EMW", [left = 1](auto) mutable { return Value(left-- > 0 ? 4 : 2); });
         fake.automation.provided.emplace(errorDisplayProgId, display);
         const auto systems = fake.automation.object(L"systems");
-        systems->elements = {
-            scripted(L"system", {{L"Caption", std::wstring(L"W")}, {L"Version", std::wstring(L"10")}})};
-        fake.automation.provided.emplace(L"winmgmts:",
-                                         scripted(L"service", {{L"ExecQuery", ObjectRef(systems)}}));
+        systems->elements = {fake.automation.object(
+            L"system", {{L"Caption", std::wstring(L"W")}, {L"Version", std::wstring(L"10")}})};
+        fake.automation.provided.emplace(
+            L"winmgmts:", fake.automation.object(L"service", {{L"ExecQuery", ObjectRef(systems)}}));
         fake.xml.content = L"(1, 2, 3)";
         fake.xml.error.code = static_cast<std::int32_t>(0xC00CE56F);
     }

@@ -2,6 +2,7 @@
 
 #include "tests/support/World.h"
 
+#include <concepts>
 #include <functional>
 #include <istream>
 #include <map>
@@ -31,7 +32,10 @@ using Answers = std::map<std::wstring, std::function<std::wstring(const Row&)>>;
 void checkTable(const std::string& name, const Answers& answers);
 void checkTable(const std::string& name, std::istream& lines, const Answers& answers);
 
-/// The same with a new Case for each row.
+/// The message boxes so far, each after a blank: text, title and style between "|".
+std::wstring shownBoxes(const World& world);
+
+/// The same with a new Case for each row; the message boxes of a World are part of the answer.
 template <class Case>
 void checkTable(const std::string& name,
                 const std::map<std::wstring, std::wstring (*)(Case&, const Row&)>& routines) {
@@ -39,7 +43,10 @@ void checkTable(const std::string& name,
     for (const auto& [routine, answer] : routines)
         answers[routine] = [answer = answer](const Row& row) {
             Case fresh;
-            return answer(fresh, row);
+            std::wstring given = answer(fresh, row);
+            if constexpr (std::derived_from<Case, World>)
+                given += shownBoxes(fresh);
+            return given;
         };
     checkTable(name, answers);
 }
@@ -48,9 +55,6 @@ void checkTable(const std::string& name,
 /// or a double.
 Value valueOf(const std::wstring& cell);
 std::wstring shown(const Value& value);
-
-/// The message boxes so far, each after a blank: text, title and style between "|".
-std::wstring shownBoxes(const World& world);
 
 /// The texts between "|".
 template <class... Texts>
