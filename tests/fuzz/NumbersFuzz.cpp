@@ -1,5 +1,5 @@
 // Any text, number, stop character and separators: the readers give a finite number or refuse, what is read
-// survives its own text, and rounding is symmetric about zero.
+// survives its own text, and rounding under German settings is symmetric about zero.
 #include "runtime/Funktionen32/Errors.h"
 #include "runtime/Funktionen32/NumberText.h"
 #include "runtime/Funktionen32/Numbers.h"
@@ -10,7 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace tarv;
-    static World w;
+    static World w, german;
     constexpr std::wstring_view separators = L",.\u2019\u00A0 '5-";
     FuzzInput input(bytes, size);
     const std::uint8_t choice = input.byte(), second = input.byte();
@@ -26,12 +26,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Value value = number, negative = -number, asText = text;
     bool flag = false, thirdDecimal = true;
     const auto decimals = static_cast<std::int16_t>(second * 2 - 8);
-    const Value result = RoundValue(w.rt, value, decimals, flag);
-    const Value mirrored = RoundValue(w.rt, negative, decimals, flag);
+    const Value result = RoundValue(german.rt, value, decimals, flag);
+    const Value mirrored = RoundValue(german.rt, negative, decimals, flag);
     if (const double* rounded = std::get_if<double>(&result); rounded && std::isfinite(number))
         require(std::isfinite(*rounded) && std::get<double>(mirrored) == -*rounded);
-    RoundValue(w.rt, value, 2, thirdDecimal);
-    const Value read = RoundValue(w.rt, asText, decimals, thirdDecimal);
+    RoundValue(german.rt, value, 2, thirdDecimal);
+    const Value read = RoundValue(german.rt, asText, decimals, thirdDecimal);
     require(!std::holds_alternative<std::wstring>(read) || read == asText);
 
     try {
