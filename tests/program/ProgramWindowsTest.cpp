@@ -293,10 +293,30 @@ TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     expectClosed();
 }
 
-TEST_F(ProgramWindows, MainWindowBringsTheInfoCentreToTheFrontAndIsDrawnAgain) {
+TEST_F(ProgramWindows, MainWindowIsOnlyUndrawnBehindTheInfoCentreAndBringsItToTheFront) {
+    const auto screenPixel = [](POINT at) {
+        const HDC screen = GetDC(nullptr);
+        const COLORREF colour = GetPixel(screen, at.x, at.y);
+        ReleaseDC(nullptr, screen);
+        return colour;
+    };
     const auto drawn = ProgramDriver::picture(mainWindow);
+    const RECT main = rectOf(mainWindow);
+    const POINT beside{main.left + 20, (main.top + main.bottom) / 2};
+    const POINT below{(main.left + main.right) / 2 + 100, main.bottom - 120};
+    const COLORREF picture = screenPixel(beside), background = GetSysColor(COLOR_BTNFACE);
+    ASSERT_TRUE(picture != background && screenPixel(below) != background);
+
     program->command(mainWindow, ID_mnuInfo);
     expectOpen(L"frmInfo4Prg");
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // Where the windows have no surface of their own, this is what the move uncovers.
+    RECT uncovered{below.x, below.y, below.x + 9, below.y + 9};
+    MapWindowPoints(nullptr, mainWindow, reinterpret_cast<POINT*>(&uncovered), 2);
+    RedrawWindow(mainWindow, &uncovered, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    EXPECT_TRUE(waitUntil([&] { return screenPixel(below) == background; }));
+    EXPECT_EQ(screenPixel(beside), picture);
+
     const HWND stranger =
         CreateWindowW(L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 99, 99, nullptr, nullptr, nullptr, nullptr);
     SetForegroundWindow(stranger);
@@ -304,7 +324,7 @@ TEST_F(ProgramWindows, MainWindowBringsTheInfoCentreToTheFrontAndIsDrawnAgain) {
     SetForegroundWindow(mainWindow); // as the taskbar and Alt+Tab do
     EXPECT_TRUE(waitUntil([&] { return GetForegroundWindow() == window; }));
     DestroyWindow(stranger);
-    program->command(window, ID_cmdEnd); // a key would go to whoever is in front just now
+    program->press(window, {VK_ESCAPE});
     expectClosed();
     EXPECT_TRUE(ProgramDriver::picture(mainWindow) == drawn);
 }
