@@ -4,10 +4,10 @@
 #include "platform/Platform.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
+#include "runtime/detail/Unicode.h"
 #include "runtime/detail/WholeFile.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cwchar>
 
 namespace tarv {
@@ -19,19 +19,8 @@ constexpr std::wstring_view lineEnd = L"\r\n";
 std::string utf8(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size() + text.size() / 8);
-    const auto isHalf = [](char32_t unit, char32_t first) { return unit >= first && unit < first + 0x400; };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        auto code = static_cast<char32_t>(text[i]);
-        if (isHalf(code, 0xD800) && i + 1 < text.size() && isHalf(static_cast<char32_t>(text[i + 1]), 0xDC00))
-            code = 0x10000 + ((code - 0xD800) << 10) + (static_cast<char32_t>(text[++i]) - 0xDC00);
-        else if (isHalf(code, 0xD800) || isHalf(code, 0xDC00))
-            code = 0xFFFD;
-        const int further = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-        constexpr char32_t marks[]{0, 0xC0, 0xE0, 0xF0};
-        bytes += static_cast<char>(marks[further] | code >> (6 * further));
-        for (int left = further - 1; left >= 0; --left)
-            bytes += static_cast<char>(0x80 | (code >> (6 * left) & 0x3F));
-    }
+    while (!text.empty())
+        addUtf8(bytes, nextCharacter(text).value_or(0xFFFD));
     return bytes;
 }
 

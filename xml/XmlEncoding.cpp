@@ -1,6 +1,7 @@
 #include "xml/XmlEncoding.h"
 
 #include "runtime/Funktionen32/Texts.h"
+#include "runtime/detail/Unicode.h"
 
 #include <algorithm>
 #include <array>
@@ -11,34 +12,8 @@ namespace {
 
 constexpr std::wstring_view white = L" \t\r\n";
 
-/// Takes one character off the text; nothing at half a pair.
-std::optional<char32_t> nextCharacter(std::wstring_view& text) {
-    const auto unit = static_cast<char32_t>(text.front());
-    text.remove_prefix(1);
-    if (unit < 0xD800 || unit > 0xDFFF)
-        return unit;
-    if (unit > 0xDBFF || text.empty() || text.front() < 0xDC00 || text.front() > 0xDFFF)
-        return std::nullopt;
-    const auto low = static_cast<char32_t>(text.front());
-    text.remove_prefix(1);
-    return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
-}
-
 void add(std::string& bytes, char32_t value) {
     bytes += static_cast<char>(value & 0xFF);
-}
-
-bool addUtf8(std::string& bytes, char32_t code) {
-    if (code < 0x80) {
-        add(bytes, code);
-        return true;
-    }
-    const int further = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-    constexpr std::array<char32_t, 4> marks{0, 0xC0, 0xE0, 0xF0};
-    add(bytes, marks[static_cast<std::size_t>(further)] | code >> (6 * further));
-    for (int i = further - 1; i >= 0; --i)
-        add(bytes, 0x80 | (code >> (6 * i) & 0x3F));
-    return true;
 }
 
 bool addUtf16(std::string& bytes, char32_t code) {
