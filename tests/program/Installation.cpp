@@ -84,7 +84,7 @@ bool Installation::canRegisterStandIn() {
 void Installation::registerStandIn(bool pumping) {
     enter(L"CLSID\\" + standInClass + L"\\InprocServer32", testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
     enter(std::wstring(skinKey) + L"\\CLSID", standInClass);
-    if (pumping && underWine())
+    if (underWine())
         enter(L"winmgmts\\CLSID", standInClass);
     environment[L"TARV_SKIN_LOG"] = path(L"skin.log");
     environment[L"TARV_SKIN_PUMPS"] = pumping ? L"1" : L"";

@@ -31,8 +31,8 @@ public:
 
     /// Whether programs would find the stand-in component here, and no user loses his own skin control by it.
     static bool canRegisterStandIn();
-    /// The skin control is the stand-in component, which notes its calls in "skin.log". When `pumping`, it
-    /// handles messages for a while in each and is, under Wine, the management service, too.
+    /// The skin control and, under Wine, the management service are the stand-in component, which notes its
+    /// calls in "skin.log" and, when `pumping`, handles messages for a while in each.
     void registerStandIn(bool pumping);
     void forgetStandIn() const;
 
