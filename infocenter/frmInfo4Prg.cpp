@@ -96,9 +96,7 @@ frmInfo4Prg::frmInfo4Prg(Runtime& rt) : rt_(rt) {
 }
 
 HWND frmInfo4Prg::add(const wchar_t* kind, const wchar_t* text, DWORD style, DWORD extendedStyle, int id) {
-    // A control that grows covers the former place of another. Only with WS_CLIPSIBLINGS does Windows know
-    // that what stands there is no longer that other one, and must not go with it to its new place.
-    return addControl(kind, TranslateText(text).c_str(), style | WS_CLIPSIBLINGS, extendedStyle, id);
+    return addControl(kind, TranslateText(text).c_str(), style, extendedStyle, id);
 }
 
 void frmInfo4Prg::showModal() {

@@ -62,7 +62,7 @@ frmMain::frmMain(Runtime& rt)
             .menu = createMainMenu(),
             .iconResource = IDI_PROGRAM});
     addControl(ui::drawnPartClass(), TranslateText(L"Version:").c_str(), WS_VISIBLE, 0, ID_lblVersion);
-    addControl(ui::drawnPartClass(), L"", WS_VISIBLE | WS_CLIPSIBLINGS, 0, ID_imgStartPic);
+    addControl(ui::drawnPartClass(), L"", WS_VISIBLE, 0, ID_imgStartPic);
     SkinFramework1_ = {rt_.platform.automation->create(skinControlProgId).valueOr(nullptr), platformHandle()};
     layout();
 }

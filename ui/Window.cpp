@@ -125,8 +125,12 @@ void Window::create(WindowDescription description) {
 
 HWND Window::addControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD extendedStyle,
                         int id) {
+    // Where windows change their size, a control that grows covers the former place of another. Only with
+    // WS_CLIPSIBLINGS does Windows know that what stands there is no longer that other one, and must not go
+    // with it to its new place.
+    style |= WS_CHILD | (minimumClient_.width > 0 ? WS_CLIPSIBLINGS : 0);
     const HWND control =
-        CreateWindowExW(extendedStyle, controlClass, text, style | WS_CHILD, 0, 0, 0, 0, handle_,
+        CreateWindowExW(extendedStyle, controlClass, text, style, 0, 0, 0, 0, handle_,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), thisModule(), nullptr);
     setFont(control, font_.get());
     return control;

@@ -12,6 +12,7 @@
 #include "win/Variant.h"
 
 #include <filesystem>
+#include <thread>
 
 #include <objbase.h>
 
@@ -137,6 +138,23 @@ TEST_F(ErrorComponentTest, CopiesTheWholeReportInItsOwnLines) {
     const std::wstring whole =
         L"Modul:    M\r\nRoutine: Start\r\nNummer: 53\r\n\r\n" + endless + L"\r\n\r\nOrt";
     EXPECT_TRUE(program::ProgramDriver::copied(whole));
+}
+
+TEST_F(ErrorComponentTest, IsDrawnWholeAfterItHasGrown) {
+    std::thread driver;
+    bool whole = false;
+    User user([&](HWND dialog) {
+        driver = std::thread([&whole, dialog] {
+            SetWindowPos(dialog, nullptr, 0, 0, 700, 500, SWP_NOZORDER);
+            const auto shown = program::ProgramDriver::picture(dialog);
+            RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+            whole = shown == program::ProgramDriver::picture(dialog);
+            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        });
+    });
+    EXPECT_TRUE(display->call(L"ErrorMsg", {error({53, L"xyz", L"M"})}));
+    driver.join();
+    EXPECT_TRUE(whole);
 }
 
 TEST_F(ErrorComponentTest, ShowsTheSameReportOnlyOnceWhereAsked) {
