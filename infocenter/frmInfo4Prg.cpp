@@ -271,9 +271,14 @@ void frmInfo4Prg::showContextMenu(POINT at) {
 }
 
 bool frmInfo4Prg::translateKey(const MSG& message) {
+    const bool control = GetKeyState(VK_CONTROL) < 0, shift = GetKeyState(VK_SHIFT) < 0;
+    // Not every tree control hands Shift+F10 on.
+    if (message.message == WM_SYSKEYDOWN && message.wParam == VK_F10 && shift && message.hwnd == page()) {
+        showContextMenu({-1, -1});
+        return true;
+    }
     if (message.message != WM_KEYDOWN || GetKeyState(VK_MENU) < 0) // AltGr is Ctrl and Alt
         return false;
-    const bool control = GetKeyState(VK_CONTROL) < 0, shift = GetKeyState(VK_SHIFT) < 0;
     const auto command = [&](int id) {
         onCommand(id, 0);
         return true;

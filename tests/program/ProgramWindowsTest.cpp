@@ -182,7 +182,8 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
                     {{VK_F3, -'C'}, L"Standard=Büro", L"Von vorn weiter"},
                     {{VK_F3 | shifted, -'C'}, L"QV.INI  [Ansicht]", L"Von hinten weiter"},
                     {{-'F', 'X', VK_RETURN, VK_TAB, VK_TAB, -'C'}, L"QV.INI  [Ansicht]", L"Nicht gefunden"},
-                    {{VK_ESCAPE, VK_APPS, 'G'}, L"QV.INI  [Ansicht]\r\n    Spalten=3\r\n", L""}};
+                    {{VK_ESCAPE, VK_APPS, 'G'}, L"QV.INI  [Ansicht]\r\n    Spalten=3\r\n", L""},
+                    {{VK_HOME, VK_F10 | shifted, 'K'}, L"Q_Machine.INI  [Directories]", L""}};
     for (const auto& [keys, copied, found] : searches) {
         program->press(window, keys);
         EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
