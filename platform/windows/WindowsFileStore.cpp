@@ -113,6 +113,7 @@ public:
     }
 
     SystemCode moveOver(std::wstring_view from, std::wstring_view to) override {
+        const NoSystemBoxes silence;
         return MoveFileExW(toFileName(from).c_str(), toFileName(to).c_str(), MOVEFILE_REPLACE_EXISTING)
                    ? ERROR_SUCCESS
                    : GetLastError();

@@ -1,6 +1,5 @@
 // A library as an attacker would plant it under a name that Windows is to find elsewhere: whoever loads it
-// leaves
-// "<its own file>.loaded" behind.
+// leaves "<its own file>.loaded" behind.
 
 #include <string>
 

@@ -13,9 +13,8 @@ int main() {
     const std::wstring commandLine = GetCommandLineW();
     STARTUPINFOW startup{};
     GetStartupInfoW(&startup);
-    const bool shown = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
-    const std::wstring text = commandLine + L"\n" + fs::current_path().wstring() + L"\n" +
-                              (shown ? std::to_wstring(startup.wShowWindow) : L"-");
+    const std::wstring text =
+        commandLine + L"\n" + fs::current_path().wstring() + L"\n" + std::to_wstring(startup.wShowWindow);
     wchar_t own[MAX_PATH];
     GetModuleFileNameW(nullptr, own, MAX_PATH);
     const fs::path file = std::wstring(own) + L".txt", draft = std::wstring(own) + L".neu";

@@ -17,10 +17,11 @@ struct FileStoreCase : ContractCase {
         world->setAttributes(path(L"a.txt"), attribute::readOnly);
     }
 
+    std::wstring at(const Row& row) const { return path(row[0]); }
     /// The code and the bytes of the file afterwards.
     std::wstring done(const Row& row, SystemCode code) {
-        const bool isFolder = files.attributes(path(row[0])).valueOr(0) & attribute::directory;
-        const std::string bytes = isFolder ? "none" : world->bytes(path(row[0])).value_or("none");
+        const bool isFolder = files.attributes(at(row)).valueOr(0) & attribute::directory;
+        const std::string bytes = isFolder ? "none" : world->bytes(at(row)).value_or("none");
         return std::to_wstring(code) + L" " + std::wstring(bytes.begin(), bytes.end());
     }
     std::wstring found(const std::wstring& pattern) {
@@ -48,28 +49,23 @@ std::wstring numberOrError(const Answer<Number>& answer) {
 TEST(Tables, FileStore) {
     checkTable<FileStoreCase>(
         "FileStore.txt",
-        {{L"length", [](auto& w, const Row& row) { return numberOrError(w.files.length(w.path(row[0]))); }},
+        {{L"length", [](auto& w, const Row& row) { return numberOrError(w.files.length(w.at(row))); }},
          {L"attributes",
           [](auto& w, const Row& row) {
-              auto found = w.files.attributes(w.path(row[0]));
+              auto found = w.files.attributes(w.at(row));
               if (found)
                   *found &= attribute::readOnly | attribute::directory;
               return numberOrError(found);
           }},
-         {L"search", [](auto& w, const Row& row) { return w.found(w.path(row[0])); }},
-         {L"append",
-          [](auto& w, const Row& row) { return w.done(row, w.files.append(w.path(row[0]), "1")); }},
+         {L"search", [](auto& w, const Row& row) { return w.found(w.at(row)); }},
+         {L"append", [](auto& w, const Row& row) { return w.done(row, w.files.append(w.at(row), "1")); }},
          {L"overwrite",
-          [](auto& w, const Row& row) { return w.done(row, w.files.overwrite(w.path(row[0]), "1")); }},
+          [](auto& w, const Row& row) { return w.done(row, w.files.overwrite(w.at(row), "1")); }},
          {L"replace by \"ohne\"",
-          [](auto& w, const Row& row) {
-              return w.done(row, w.files.replace(w.path(row[0]), w.path(L"ohne")));
-          }},
+          [](auto& w, const Row& row) { return w.done(row, w.files.replace(w.at(row), w.path(L"ohne"))); }},
          {L"moveOver of \"ohne\"",
-          [](auto& w, const Row& row) {
-              return w.done(row, w.files.moveOver(w.path(L"ohne"), w.path(row[0])));
-          }},
-         {L"remove", [](auto& w, const Row& row) { return w.done(row, w.files.remove(w.path(row[0]))); }}});
+          [](auto& w, const Row& row) { return w.done(row, w.files.moveOver(w.path(L"ohne"), w.at(row))); }},
+         {L"remove", [](auto& w, const Row& row) { return w.done(row, w.files.remove(w.at(row))); }}});
 }
 
 struct FileStoreContract : testing::Test, FileStoreCase {};

@@ -9,43 +9,34 @@ namespace tarv {
 namespace {
 
 struct ProfileFilesCase : ContractCase {
-    void put(const std::wstring& text) { world->putFile(file, FakeSystemFacts::encode(text)); }
+    ProfileFiles& with(const std::wstring& text) {
+        world->putFile(file, FakeSystemFacts::encode(text));
+        return profiles;
+    }
 
     ProfileFiles& profiles = *border.profiles;
     const std::wstring file = path(L"a.ini");
 };
 
-std::uint32_t size(const std::wstring& cell) {
-    return static_cast<std::uint32_t>(std::stoi(cell));
-}
-
 TEST(Tables, ProfileFiles) {
     checkTable<ProfileFilesCase>(
-        "ProfileFiles.txt", {{L"getString",
-                              [](auto& w, const Row& row) {
-                                  w.put(row[0]);
-                                  return w.profiles.getString(row[1], row[2], L"missing", 100, w.file);
-                              }},
-                             {L"getString with size",
-                              [](auto& w, const Row& row) {
-                                  w.put(row[0]);
-                                  return w.profiles.getString(L"A", row[1], row[2], size(row[3]), w.file);
-                              }},
-                             {L"getSectionNames",
-                              [](auto& w, const Row& row) {
-                                  w.put(row[0]);
-                                  return w.profiles.getSectionNames(size(row[1]), w.file);
-                              }},
-                             {L"getSection",
-                              [](auto& w, const Row& row) {
-                                  w.put(row[0]);
-                                  return w.profiles.getSection(row[1], size(row[2]), w.file);
-                              }},
-                             {L"writeString", [](auto& w, const Row& row) {
-                                  w.put(row[0]);
-                                  EXPECT_TRUE(w.profiles.writeString(row[1], row[2], row[3], w.file));
-                                  return FakeSystemFacts::decode(w.world->bytes(w.file).value_or("no file"));
-                              }}});
+        "ProfileFiles.txt",
+        {{L"getString",
+          [](auto& w, const Row& row) {
+              return w.with(row[0]).getString(row[1], row[2], L"missing", 100, w.file);
+          }},
+         {L"getString with size",
+          [](auto& w, const Row& row) {
+              return w.with(row[0]).getString(L"A", row[1], row[2], row.number(3), w.file);
+          }},
+         {L"getSectionNames",
+          [](auto& w, const Row& row) { return w.with(row[0]).getSectionNames(row.number(1), w.file); }},
+         {L"getSection",
+          [](auto& w, const Row& row) { return w.with(row[0]).getSection(row[1], row.number(2), w.file); }},
+         {L"writeString", [](auto& w, const Row& row) {
+              EXPECT_TRUE(w.with(row[0]).writeString(row[1], row[2], row[3], w.file));
+              return FakeSystemFacts::decode(w.world->bytes(w.file).value_or("no file"));
+          }}});
 }
 
 struct ProfileFilesContract : testing::Test, ProfileFilesCase {};

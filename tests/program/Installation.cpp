@@ -3,8 +3,6 @@
 #include "tools/driver/Surroundings.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace tarv::program {
@@ -29,16 +27,16 @@ void forget(const std::wstring& key) {
     RegDeleteTreeW(classesRoot(), (classes + key).c_str());
 }
 
-} // namespace
-
-std::wstring Installation::testFolder() {
+/// The folder of the test programs of this build.
+fs::path testFolder() {
     wchar_t path[MAX_PATH];
     GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return fs::path(path).parent_path().wstring();
+    return fs::path(path).parent_path();
 }
 
-Installation::Installation()
-    : folder_(fs::temp_directory_path().wstring() + L"tarv" + std::to_wstring(GetCurrentProcessId())) {
+} // namespace
+
+Installation::Installation() {
     // The suite's settings lie in the Windows folder. Those of a user are none of ours; what the program
     // writes there, where it may, goes before the next test.
     wchar_t windows[MAX_PATH];
@@ -49,30 +47,18 @@ Installation::Installation()
         throw std::runtime_error("the suite is installed here");
     std::error_code ignored;
     fs::remove(settings, ignored);
-    fs::remove_all(folder_, ignored); // of a test that was ended
-    for (const wchar_t* folder : {L"Programm", L"Daten\\TARVENIK"})
-        fs::create_directories(path(folder));
-    fs::copy_file(fs::path(testFolder()).parent_path() / programFile, path(programFile));
+    for (const wchar_t* folder : {L"Programm", L"Daten", L"Daten\\TARVENIK"})
+        world_->putFolder(path(folder));
+    fs::copy_file(testFolder().parent_path() / programFile, path(programFile));
     environment[L"ProgramData"] = path(L"Daten");
 }
 
 Installation::~Installation() {
     forgetStandIn();
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
 }
 
 std::unique_ptr<ProgramDriver> Installation::start() const {
     return std::make_unique<ProgramDriver>(path(programFile), environment);
-}
-
-void Installation::write(const std::wstring& name, const std::string& bytes) const {
-    std::ofstream(fs::path(path(name)), std::ios::binary) << bytes;
-}
-
-std::string Installation::read(const std::wstring& name) const {
-    std::ifstream in(fs::path(path(name)), std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 bool Installation::canRegisterStandIn() {
@@ -82,7 +68,7 @@ bool Installation::canRegisterStandIn() {
 }
 
 void Installation::registerStandIn(bool pumping) {
-    enter(L"CLSID\\" + standInClass + L"\\InprocServer32", testFolder() + L"\\skin\\tarv_skin_stand_in.dll");
+    enter(L"CLSID\\" + standInClass + L"\\InprocServer32", testFolder() / L"skin\\tarv_skin_stand_in.dll");
     enter(std::wstring(skinKey) + L"\\CLSID", standInClass);
     if (underWine())
         enter(L"winmgmts\\CLSID", standInClass);

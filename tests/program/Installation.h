@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/ContractWorld.h"
 #include "tools/driver/ProgramDriver.h"
 
 #include <map>
@@ -11,7 +12,6 @@ namespace tarv::program {
 /// Files of an installation, below its folder.
 inline constexpr wchar_t programFile[] = L"Programm\\TarvService.exe";
 inline constexpr wchar_t versionFile[] = L"Programm\\Version.INI";
-inline constexpr wchar_t traceFile[] = L"Programm\\rkZAL_Debug.txt";
 inline constexpr wchar_t machineFile[] = L"Daten\\TARVENIK\\Q_Machine.INI";
 inline constexpr wchar_t qvFile[] = L"Daten\\TARVENIK\\QV.ini";
 
@@ -21,12 +21,11 @@ public:
     Installation();
     ~Installation();
 
-    /// The folder of the test programs of this build, without a trailing "\".
-    static std::wstring testFolder();
-
-    std::wstring path(const std::wstring& name) const { return folder_ + L"\\" + name; }
-    void write(const std::wstring& name, const std::string& bytes) const;
-    std::string read(const std::wstring& name) const;
+    std::wstring path(const std::wstring& name) const { return world_->folder() + name; }
+    void write(const std::wstring& name, const std::string& bytes) const {
+        world_->putFile(path(name), bytes);
+    }
+    std::string read(const std::wstring& name) const { return world_->bytes(path(name)).value_or(""); }
     std::unique_ptr<ProgramDriver> start() const;
 
     /// Whether programs would find the stand-in component here, and no user loses his own skin control by it.
@@ -40,7 +39,7 @@ public:
     std::map<std::wstring, std::wstring> environment;
 
 private:
-    std::wstring folder_;
+    std::unique_ptr<ContractWorld> world_ = ContractWorld::make();
 };
 
 } // namespace tarv::program

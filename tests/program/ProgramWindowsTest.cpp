@@ -3,6 +3,7 @@
 #include "app/resource.h"
 #include "tests/program/Installation.h"
 #include "ui/Clipboard.h"
+#include "ui/Units.h"
 
 #include <gtest/gtest.h>
 
@@ -19,11 +20,8 @@ RECT rectOf(HWND window) {
     GetWindowRect(window, &rect);
     return rect;
 }
-LONG widthOf(HWND window) {
-    return rectOf(window).right - rectOf(window).left;
-}
-LONG heightOf(HWND window) {
-    return rectOf(window).bottom - rectOf(window).top;
+SIZE sizeOf(HWND window) {
+    return ui::sizeOf(rectOf(window));
 }
 
 class ProgramWindows : public testing::Test {
@@ -54,11 +52,15 @@ protected:
     void expectScaled(const std::function<LONG()>& length) {
         const LONG original = length();
         const int own = ProgramDriver::dpi(window);
-        int former = own;
-        for (const int dpi : {144, 192, own}) {
-            program->changeDpi(window, std::exchange(former, dpi), dpi);
-            EXPECT_NEAR(length(), MulDiv(original, dpi, own), 2) << dpi;
+        for (const auto& [from, to] : {std::pair(own, 144), {144, 192}, {192, own}}) {
+            program->changeDpi(window, from, to);
+            EXPECT_NEAR(length(), MulDiv(original, to, own), 2) << to;
         }
+    }
+    /// Makes the window larger, or smaller.
+    void grow(LONG x, LONG y) {
+        SetWindowPos(window, nullptr, 0, 0, sizeOf(window).cx + x, sizeOf(window).cy + y,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
     /// Compares the picture with the one after everything has been drawn anew.
     void expectDrawnWhole(const char* after) {
@@ -83,16 +85,15 @@ TEST_F(ProgramWindows, MainWindowIsFilledByItsPicture) {
     constexpr LRESULT staticControl = 65536 + 3; // what screen readers ask for
     EXPECT_EQ(SendMessageW(control(ID_lblVersion), WM_GETOBJECT, 0, OBJID_QUERYCLASSNAMEIDX), staticControl);
     const int own = ProgramDriver::dpi(window);
-    int former = own;
-    for (const int dpi : {144, 192, own}) {
-        program->changeDpi(window, std::exchange(former, dpi), dpi);
+    for (const auto& [from, dpi] : {std::pair(own, 144), {144, 192}, {192, own}}) {
+        program->changeDpi(window, from, dpi);
         RECT client{};
         GetClientRect(window, &client);
         // 60 and 660 twips less than the window, and never more than there is.
-        EXPECT_EQ(widthOf(control(ID_imgStartPic)),
-                  std::min(client.right, widthOf(window) - 60 * dpi / 1440));
-        EXPECT_EQ(heightOf(control(ID_imgStartPic)),
-                  std::min(client.bottom, heightOf(window) - 660 * dpi / 1440));
+        EXPECT_EQ(sizeOf(control(ID_imgStartPic)).cx,
+                  std::min(client.right, sizeOf(window).cx - 60 * dpi / 1440));
+        EXPECT_EQ(sizeOf(control(ID_imgStartPic)).cy,
+                  std::min(client.bottom, sizeOf(window).cy - 660 * dpi / 1440));
     }
 }
 
@@ -108,7 +109,7 @@ TEST_F(ProgramWindows, HiddenEntryShowsTheAddressBesideTheMainWindow) {
                     MulDiv(700, ProgramDriver::dpi(window), 1440), 1);
         EXPECT_NEAR(rectOf(window).top - rectOf(mainWindow).top,
                     MulDiv(800, ProgramDriver::dpi(window), 1440), 1);
-        expectScaled([&] { return widthOf(control(ID_cmdClose)); });
+        expectScaled([&] { return sizeOf(control(ID_cmdClose)).cx; });
         EXPECT_TRUE(ProgramDriver::focusOn(window, ID_cmdClose));
         program->press(window, {key});
         expectClosed();
@@ -127,18 +128,15 @@ TEST_F(ProgramWindows, InfoCentreShowsReportAndTreeAndFollowsItsSize) {
     EXPECT_NE(text.find(L"\r\n  Ordner: " + installation->path(L"Programm") + L"\r\n  Version: 1.0.0\r\n"),
               text.npos);
 
-    expectScaled([&] { return widthOf(control(ID_cmdEnd)); });
+    expectScaled([&] { return sizeOf(control(ID_cmdEnd)).cx; });
     expectScaled([&] { return static_cast<LONG>(SendMessageW(tree, TVM_GETITEMHEIGHT, 0, 0)); });
-    const LONG width = widthOf(window), reportWidth = widthOf(report), treeHeight = heightOf(tree);
-    const auto resize = [&](LONG x, LONG y) {
-        SetWindowPos(window, nullptr, 0, 0, x, y, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    };
-    resize(width + 120, heightOf(window) + 80);
-    EXPECT_TRUE(waitUntil([&] { return widthOf(report) == reportWidth + 120; }));
-    EXPECT_EQ(heightOf(tree), treeHeight + 80);
-    resize(50, 50);
-    EXPECT_TRUE(waitUntil([&] { return widthOf(window) < width; }));
-    EXPECT_GT(heightOf(report), 100) << "there is a least size";
+    const LONG width = sizeOf(window).cx, reportWidth = sizeOf(report).cx, treeHeight = sizeOf(tree).cy;
+    grow(120, 80);
+    EXPECT_TRUE(waitUntil([&] { return sizeOf(report).cx == reportWidth + 120; }));
+    EXPECT_EQ(sizeOf(tree).cy, treeHeight + 80);
+    grow(-sizeOf(window).cx, -sizeOf(window).cy);
+    EXPECT_TRUE(waitUntil([&] { return sizeOf(window).cx < width; }));
+    EXPECT_GT(sizeOf(report).cy, 100) << "there is a least size";
     program->command(window, ID_cmdEnd);
     expectClosed();
 }
@@ -150,44 +148,34 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
     ASSERT_TRUE(ProgramDriver::focusOn(window, ID_txtInfo));
     constexpr int shifted = ProgramDriver::shifted;
     const std::wstring report = textOf(ID_txtInfo);
-    program->press(window, {-'C'});
-    EXPECT_TRUE(ProgramDriver::copied(report)) << "nothing selected: the whole report";
-    SendMessageW(control(ID_txtInfo), EM_SETSEL, 0, 12);
     const struct {
         std::initializer_list<int> keys;
         int focus;
-        std::wstring copied;
-    } steps[] = {{{-'C'}, ID_txtInfo, L"[Kundeninfo]"},
-                 {{-'A', -'C'}, ID_txtInfo, report},
-                 {{-VK_TAB, VK_HOME, -'C'}, ID_treeView, L"Q_Machine.INI  [Directories]"},
-                 {{VK_RIGHT, VK_RIGHT, -'C'}, ID_treeView, L"ProgrammDirectory=C:\\Programm"},
-                 // Type-ahead goes on to the next group.
-                 {{'Q', -'C'}, ID_treeView, L"Q_Machine.INI  [Drucker]"},
-                 {{VK_RETURN, VK_DOWN, -'C'}, ID_treeView, L"Standard=Büro"},
-                 {{VK_TAB}, ID_cmdEnd, L"Standard=Büro"},
-                 {{VK_TAB}, ID_SSTab1, L"Standard=Büro"},
-                 {{VK_LEFT, VK_TAB, -'C'}, ID_txtInfo, report}};
-    for (const auto& [keys, focus, copied] : steps) {
+        std::wstring copied, found = L"";
+    } steps[] = {
+        {{-'C'}, ID_txtInfo, report}, // nothing selected: the whole report
+        {{VK_END | shifted, -'C'}, ID_txtInfo, L"[Kundeninfo]"},
+        {{-'A', -'C'}, ID_txtInfo, report},
+        {{-VK_TAB, VK_HOME, -'C'}, ID_treeView, L"Q_Machine.INI  [Directories]"},
+        {{VK_RIGHT, VK_RIGHT, -'C'}, ID_treeView, L"ProgrammDirectory=C:\\Programm"},
+        {{'Q', -'C'}, ID_treeView, L"Q_Machine.INI  [Drucker]"}, // type-ahead goes on to the next group
+        {{VK_RETURN, VK_DOWN, -'C'}, ID_treeView, L"Standard=Büro"},
+        {{VK_TAB}, ID_cmdEnd, L"Standard=Büro"},
+        {{VK_TAB}, ID_SSTab1, L"Standard=Büro"},
+        {{VK_LEFT, VK_TAB, -'C'}, ID_txtInfo, report},
+        {{-'F', 'N', 'U', 'T', VK_RETURN, VK_ESCAPE, -'C'}, ID_txtInfo, L"nut"},
+        {{-VK_TAB, VK_HOME, -'F', 'A', 'N', VK_RETURN, VK_ESCAPE, -'C'}, ID_treeView, L"Standard=Büro"},
+        {{VK_F3, VK_F3, -'C'}, ID_treeView, L"QV.INI  [Ansicht]"},
+        {{VK_F3, -'C'}, ID_treeView, L"Standard=Büro", L"Von vorn weiter"},
+        {{VK_F3 | shifted, -'C'}, ID_treeView, L"QV.INI  [Ansicht]", L"Von hinten weiter"},
+        {{-'F', 'X', VK_RETURN, VK_TAB, VK_TAB, -'C'}, ID_treeView, L"QV.INI  [Ansicht]", L"Nicht gefunden"},
+        {{VK_ESCAPE, VK_APPS, 'G'}, ID_treeView, L"QV.INI  [Ansicht]\r\n    Spalten=3\r\n"},
+        {{VK_HOME, VK_F10 | shifted, 'K'}, ID_treeView, L"Q_Machine.INI  [Directories]"}};
+    for (const auto& [keys, focus, copied, found] : steps) {
         program->press(window, keys);
-        EXPECT_TRUE(ProgramDriver::focusOn(window, focus)) << focus;
+        EXPECT_TRUE(ProgramDriver::focusOn(window, focus)) << focus << copied;
         EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
-    }
-
-    const struct {
-        std::initializer_list<int> keys;
-        const wchar_t *copied, *found;
-    } searches[] = {{{-'F', 'N', 'U', 'T', VK_RETURN, VK_ESCAPE, -'C'}, L"nut", L""},
-                    {{-VK_TAB, VK_HOME, -'F', 'A', 'N', VK_RETURN, VK_ESCAPE, -'C'}, L"Standard=Büro", L""},
-                    {{VK_F3, VK_F3, -'C'}, L"QV.INI  [Ansicht]", L""},
-                    {{VK_F3, -'C'}, L"Standard=Büro", L"Von vorn weiter"},
-                    {{VK_F3 | shifted, -'C'}, L"QV.INI  [Ansicht]", L"Von hinten weiter"},
-                    {{-'F', 'X', VK_RETURN, VK_TAB, VK_TAB, -'C'}, L"QV.INI  [Ansicht]", L"Nicht gefunden"},
-                    {{VK_ESCAPE, VK_APPS, 'G'}, L"QV.INI  [Ansicht]\r\n    Spalten=3\r\n", L""},
-                    {{VK_HOME, VK_F10 | shifted, 'K'}, L"Q_Machine.INI  [Directories]", L""}};
-    for (const auto& [keys, copied, found] : searches) {
-        program->press(window, keys);
-        EXPECT_TRUE(ProgramDriver::copied(copied)) << copied;
-        EXPECT_TRUE(!IsWindowVisible(control(ID_lblFound)) || textOf(ID_lblFound) == found) << found;
+        EXPECT_EQ(IsWindowVisible(control(ID_lblFound)) ? textOf(ID_lblFound) : L"", found) << copied;
     }
     EXPECT_FALSE(IsWindowVisible(control(ID_txtFind)));
 
@@ -202,7 +190,7 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
     ASSERT_TRUE(
         waitUntil([&] { return (dialog = FindWindowW(L"#32770", L"Bericht speichern")) != nullptr; }));
     program->press(dialog, {-'V', VK_RETURN});
-    EXPECT_TRUE(waitUntil([&] { return !IsWindow(dialog); }));
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(dialog); }) && program->ready(window));
     const std::string saved = installation->read(L"Bericht.txt");
     EXPECT_TRUE(saved.starts_with("\xEF\xBB\xBF[Kundeninfo]\r\n")) << saved;
     EXPECT_NE(saved.find("\r\n    Standard=B\xC3\xBCro\r\n"), saved.npos);
@@ -217,24 +205,17 @@ TEST_F(ProgramWindows, InfoCentreWorksByKeyboardAlone) {
 }
 
 TEST_F(ProgramWindows, InfoCentreOpensWhateverTheFilesHold) {
-    std::string huge = "[A]\r\n", groups;
-    for (int i = 0; i < 5000; ++i) {
-        huge += "B=" + std::string(4096, 'x') + "\r\n";
-        groups += "[G" + std::to_string(i) + "]\r\nA=1\r\n";
-    }
-    const std::pair<std::string, LRESULT> files[] = {{"", 0},
-                                                     {huge, 1},
-                                                     {groups, 1000},
-                                                     {"[A]\r\nB=1\0\0C=2\r\n[D\0]\r\n\0\0"s, 0},
-                                                     {"\xFF\xFE[\0A\0]\0\r\0\n\0B\0=\0x\0\r\0\n\0"s, 0}};
-    for (const auto& [content, leastGroups] : files) {
+    std::string huge = "[A]\r\nB=" + std::string(20'000'000, 'x') + "\r\n";
+    for (int i = 0; i < 5000; ++i)
+        huge += "[G" + std::to_string(i) + "]\r\nA=1\r\n";
+    for (const std::string& content :
+         {""s, huge, "[A]\r\nB=1\0\0C=2\r\n[D\0]\r\n\0\0"s, "\xFF\xFE[\0A\0]\0\r\0\n\0B\0=\0x\0\r\0\n\0"s}) {
         SCOPED_TRACE(content.substr(0, 20));
         installation->write(machineFile, content);
         program->command(mainWindow, ID_mnuInfo);
         window = program->window(L"frmInfo4Prg", 60000); // skins ask for a missing entry: boxes come up
         ASSERT_TRUE(window);
         EXPECT_TRUE(textOf(ID_txtInfo).starts_with(L"[Kundeninfo]\r\n"));
-        EXPECT_GE(SendMessageW(control(ID_treeView), TVM_GETCOUNT, 0, 0), leastGroups);
         EXPECT_EQ(installation->read(machineFile), content) << "nothing is written";
         PostMessageW(window, WM_CLOSE, 0, 0);
         EXPECT_TRUE(program->gone(window) && program->ready(mainWindow));
@@ -265,20 +246,16 @@ TEST_F(ProgramWindows, ModalWindowsGoWhenTheirEndIsSent) {
 
 TEST_F(ProgramWindows, PictureAfterEachChangeOfSizeIsWhole) {
     SetCursorPos(0, 0); // what lies under the pointer looks different
-    const auto change = [&](LONG x, LONG y) {
-        SetWindowPos(window, nullptr, 0, 0, widthOf(window) + x, heightOf(window) + y,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    };
     const auto changeAll = [&] {
-        change(90, 60);
+        grow(90, 60);
         expectDrawnWhole("growing");
-        change(-150, -110);
+        grow(-150, -110);
         expectDrawnWhole("shrinking");
         ShowWindow(window, SW_MAXIMIZE);
         expectDrawnWhole("maximising");
         ShowWindow(window, SW_RESTORE);
         expectDrawnWhole("restoring");
-        change(60, 50);
+        grow(60, 50);
     };
     changeAll();
     program->command(mainWindow, ID_mnuInfo);

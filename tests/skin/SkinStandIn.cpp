@@ -3,6 +3,8 @@
 // left to right). With TARV_SKIN_PUMPS it handles messages in each call, as a component does that waits for
 // another process. It never answers as management service.
 
+#include "win/Variant.h"
+
 #include <windows.h>
 
 #include <oaidl.h>
@@ -34,13 +36,10 @@ void pumpIfAsked() {
 }
 
 std::wstring shown(VARIANT& value) {
-    VARIANT text;
-    VariantInit(&text);
-    if (FAILED(VariantChangeTypeEx(&text, &value, LOCALE_INVARIANT, 0, VT_BSTR)))
+    tarv::Variant text;
+    if (FAILED(VariantChangeTypeEx(&text.raw(), &value, LOCALE_INVARIANT, 0, VT_BSTR)))
         return L"?";
-    std::wstring result = std::to_wstring(value.vt) + L":" + text.bstrVal;
-    VariantClear(&text);
-    return result;
+    return std::to_wstring(value.vt) + L":" + text.raw().bstrVal;
 }
 
 /// Class factory and objects in one, alive as long as the process.

@@ -11,13 +11,17 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/windows/User.h"
+#include "win/LateEntry.h"
 #include "win/SystemText.h"
 
 #include <functional>
 #include <utility>
 #include <vector>
 
+#include <winsock2.h>
+
 #include <objbase.h>
+#include <shellapi.h>
 
 namespace tarv {
 namespace {
@@ -28,36 +32,33 @@ using Border = Contract;
 /// they still load.
 const bool hardened = (hardenProcess(), true);
 
+/// In msxml3.dll.
+constexpr wchar_t document[] = L"{2933BF90-7B36-11D2-B20E-00C04F983E60}";
+
 TEST_F(Border, NamesAreTakenAsTheyAreAndLibrariesByFullPathOnly) {
     const FileVersion version = border.facts->programVersion();
     EXPECT_EQ(version.major * 10000 + version.minor * 100 + version.revision, 31415) << "not the product's";
-    world->putFolder(path(L"ж ä"));
-    const std::wstring file = path(L"ж ä\\ж.ini");
+    const std::wstring file = path(L"ж ä.ini");
     EXPECT_EQ(border.files->overwrite(file, "[Info]\r\nProgVersion=12.3\r\n"), 0u);
     EXPECT_TRUE(border.profiles->writeString(L"Info", L"Neu", L"1", file));
     EXPECT_EQ(border.profiles->getString(L"Info", L"ProgVersion", L"none", 100, file), L"12.3");
-
     const std::wstring tail(300, L'x'), system = border.facts->systemDirectory();
-    const std::pair<std::wstring, std::wstring> names[] = {
-        {L"C:\\a\\..\\b", L"C:\\a\\..\\b"},
-        {L"C:\\a\\..\\b/" + tail, L"\\\\?\\C:\\b\\" + tail},
-        {L"\\\\server\\share\\" + tail, L"\\\\?\\UNC\\server\\share\\" + tail},
-        {tail, L"\\\\?\\" + border.files->currentDirectory() + L"\\" + tail}};
-    for (const auto& [name, expected] : names)
-        EXPECT_EQ(toFileName(name), expected);
-
-    const std::wstring current = border.files->currentDirectory() + L"\\", up = L"C:\\Ordner\\..\\";
-    for (const wchar_t* name : {L"*.", L"a b", L"x.txt ", L"sub\\?*."})
-        for (const std::wstring& folder :
-             {std::wstring(), std::wstring(L".\\x/../"), current.substr(0, 2), up})
-            EXPECT_EQ(toShellName(folder + name), (folder == up ? L"C:\\" : current) + name);
+    EXPECT_EQ(toFileName(L"C:\\a\\..\\b"), L"C:\\a\\..\\b");
+    EXPECT_EQ(toFileName(L"C:\\a\\..\\b/" + tail), L"\\\\?\\C:\\b\\" + tail);
+    EXPECT_EQ(toFileName(L"\\\\server\\share\\" + tail), L"\\\\?\\UNC\\server\\share\\" + tail);
+    const std::wstring current = border.files->currentDirectory() + L"\\";
+    EXPECT_EQ(toShellName(L"*."), current + L"*.");
+    EXPECT_EQ(toShellName(L".\\x/../a b"), current + L"a b");
+    EXPECT_EQ(toShellName(current.substr(0, 2) + L"x.txt "), current + L"x.txt ");
+    EXPECT_EQ(toShellName(L"C:\\Ordner\\..\\?*."), L"C:\\?*.");
     for (const wchar_t* name : {L"C:\\a\\b\\..", L"C:\\a\\.", L"C:/a"})
         EXPECT_EQ(toShellName(name), L"C:\\a");
-    EXPECT_EQ(toShellName(tail), current + tail);
+
     ASSERT_TRUE(hardened && CopyFileW((system + L"\\oleacc.dll").c_str(), L"tarv_planted.dll", FALSE));
     EXPECT_FALSE(LoadLibraryW(L"tarv_planted.dll")) << "from the current folder";
+    EXPECT_FALSE(systemLibraryOnOldWindows7(L"tarv_planted.dll"));
+    EXPECT_TRUE(systemLibraryOnOldWindows7(L"msxml3.dll"));
     DeleteFileW(L"tarv_planted.dll");
-    const wchar_t* const document = L"{2933BF90-7B36-11D2-B20E-00C04F983E60}";
     EXPECT_TRUE(border.automation->createFromLibrary(system + L"\\msxml3.dll", document));
     for (const std::wstring& library : {std::wstring(L"msxml3.dll"), system + L"\\kernel32.dll"})
         EXPECT_EQ(border.automation->createFromLibrary(library, document).error().number, 429) << library;
@@ -82,25 +83,20 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
 /// The thread's error modes that the border has set.
 std::vector<DWORD> modesSet;
 
-/// The place in this program's import table through which it calls the function.
-#ifdef _WIN64
-extern "C" void* importedSetThreadErrorMode asm("__imp_SetThreadErrorMode");
-#else
-extern "C" void* importedSetThreadErrorMode asm("__imp__SetThreadErrorMode@8");
-#endif
-
-decltype(&SetThreadErrorMode) setThreadErrorMode = nullptr;
-
 BOOL WINAPI lookAndSet(DWORD mode, DWORD* before) {
+    static const auto setThreadErrorMode = reinterpret_cast<decltype(&SetThreadErrorMode)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "SetThreadErrorMode")));
     modesSet.push_back(mode);
     return setThreadErrorMode(mode, before);
 }
 
-void* exchangeImport(void* function) {
-    DWORD protection = 0;
-    VirtualProtect(&importedSetThreadErrorMode, sizeof function, PAGE_READWRITE, &protection);
-    return std::exchange(importedSetThreadErrorMode, function);
-}
+/// The place through which this program calls the function: ours goes before the import library's.
+#ifdef _WIN64
+extern "C" decltype(&SetThreadErrorMode) importedSetThreadErrorMode asm("__imp_SetThreadErrorMode");
+#else
+extern "C" decltype(&SetThreadErrorMode) importedSetThreadErrorMode asm("__imp__SetThreadErrorMode@8");
+#endif
+decltype(&SetThreadErrorMode) importedSetThreadErrorMode = lookAndSet;
 
 TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
     const std::wstring file = path(L"a.ini");
@@ -113,6 +109,7 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
         {"append", [&] { (void)border.files->append(file, "a"); }},
         {"overwrite", [&] { (void)border.files->overwrite(file, "a"); }},
         {"replace", [&] { (void)border.files->replace(path(L"b"), file); }},
+        {"moveOver", [&] { (void)border.files->moveOver(path(L"b"), file); }},
         {"remove", [&] { (void)border.files->remove(file); }},
         {"getString", [&] { (void)border.profiles->getString(L"a", L"b", L"", 9, file); }},
         {"writeString", [&] { (void)border.profiles->writeString(L"a", L"b", L"c", file); }},
@@ -121,15 +118,10 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
         {"component", [&] { (void)border.automation->create(L"Msxml2.DOMDocument"); }},
         {"parser", [&] { (void)border.xml->create(L"Msxml2.DOMDocument"); }},
         {"bind", [&] { (void)border.automation->bind(L"gibtesnicht:"); }},
-        {"library",
-         [&] {
-             (void)border.automation->createFromLibrary(file, L"{00000000-0000-0000-0000-000000000000}");
-         }},
+        {"library", [&] { (void)border.automation->createFromLibrary(file, document); }},
     };
     DWORD before = 0;
     SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &before);
-    void* const original = exchangeImport(reinterpret_cast<void*>(&lookAndSet));
-    setThreadErrorMode = reinterpret_cast<decltype(&SetThreadErrorMode)>(original);
     for (const auto& [name, call] : calls) {
         modesSet.clear();
         call();
@@ -140,8 +132,18 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
     modesSet.clear();
     (void)border.processes->create({world->missingProgram(), L"a", false, 0, {}});
     EXPECT_TRUE(modesSet.empty()) << "a started program would inherit it";
-    exchangeImport(original);
     SetThreadErrorMode(before, nullptr);
+}
+
+TEST(LateEntry, AnswersTheFunctionsFailureWhereItIsMissingElseKeepsTheLastErrorForIt) {
+    using Function = decltype(&::SHFileOperationW);
+    SHFILEOPSTRUCTW nothing{};
+    EXPECT_EQ((LateEntry<Function>{L"tarv_missing.dll", "SHFileOperationW", 126}(&nothing)), 126);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_MOD_NOT_FOUND});
+    LateEntry<decltype(&::SetLastError)>{L"kernel32.dll", "TarvMissing"}(0);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_PROC_NOT_FOUND}) << "nothing to answer, nothing done";
+    SetLastError(WSANO_DATA);
+    EXPECT_EQ((LateEntry<decltype(&::WSAGetLastError)>{L"ws2_32.dll", "WSAGetLastError"}()), WSANO_DATA);
 }
 
 constexpr UINT counted = WM_APP + 1, reposted = WM_APP + 2;
@@ -155,8 +157,7 @@ LRESULT CALLBACK countMessages(HWND window, UINT message, WPARAM first, LPARAM s
 }
 
 TEST_F(Border, PumpIsBoundedFilteredAndEndsAtQuitAndBoxesBelongToTheForm) {
-    WindowsPlatform windows;
-    Desktop& desktop = *windows.desktop;
+    Desktop& desktop = *border.desktop;
     const HWND form = makeOwner();
     SetActiveWindow(form);
     EXPECT_EQ(desktop.activeForm(), toBorder(form));

@@ -2,7 +2,10 @@
 
 #include "components/rk_Runtime/ErrorDialog.h"
 #include "platform/Automation.h"
+#include "platform/Desktop.h"
 #include "platform/ErrorDisplay.h"
+#include "platform/SystemFacts.h"
+#include "platform/windows/LateBound.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/windows/User.h"
 #include "tools/driver/ProgramDriver.h"
@@ -12,7 +15,6 @@
 #include "win/Variant.h"
 
 #include <filesystem>
-#include <thread>
 
 #include <objbase.h>
 
@@ -31,10 +33,8 @@ std::wstring registered(HKEY root, const std::wstring& key, const wchar_t* name 
 class ErrorComponentTest : public Contract {
 protected:
     ErrorComponentTest() {
-        wchar_t own[MAX_PATH];
-        GetModuleFileNameW(nullptr, own, MAX_PATH);
-        const auto build = std::filesystem::path(own).parent_path().parent_path();
-        file = (build / L"Programm" / errorDisplayLibrary).wstring();
+        const auto tests = std::filesystem::path(border.facts->programPath()).parent_path();
+        file = (tests.parent_path() / L"Programm" / errorDisplayLibrary).wstring();
         library = LoadLibraryW(file.c_str());
         display = border.automation->createFromLibrary(file, classId).valueOr(nullptr);
     }
@@ -46,26 +46,19 @@ protected:
     }
     void SetUp() override { ASSERT_TRUE(display); }
 
-    template <class... Arguments>
-    HRESULT call(const char* name, Arguments... arguments) {
+    HRESULT call(const char* name) {
         const auto entry = reinterpret_cast<void*>(GetProcAddress(library, name));
-        return reinterpret_cast<HRESULT(STDAPICALLTYPE*)(Arguments...)>(entry)(arguments...);
+        return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(entry)();
     }
     Value error(ErrorRecord record) {
         return ObjectByRef{border.automation->errorObject(std::make_shared<ErrorRecord>(std::move(record)))};
     }
 
-    ComPtr<IClassFactory> factory() {
-        CLSID id;
-        CLSIDFromString(classId.c_str(), &id);
-        ComPtr<IClassFactory> made;
-        call<REFCLSID, REFIID, void**>("DllGetClassObject", id, IID_IClassFactory, made.receiveAny());
-        return made;
-    }
+    /// The only reference to another display.
     ComPtr<IDispatch> component() {
-        ComPtr<IDispatch> made;
-        factory()->CreateInstance(nullptr, IID_IDispatch, made.receiveAny());
-        return made;
+        VARIANT made{};
+        store(made, border.automation->createFromLibrary(file, classId).valueOr(nullptr));
+        return ComPtr<IDispatch>::take(made.pdispVal);
     }
 
     std::wstring file;
@@ -73,19 +66,7 @@ protected:
     ObjectRef display;
 };
 
-void pressControl(bool down) {
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = down ? 0x80 : 0;
-    SetKeyboardState(keys);
-}
-
 TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
-    const auto press = [](int button) { return [button](HWND dialog) { User::press(dialog, button); }; };
-    const auto escape = [](HWND) { PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0); };
-    const auto enterInReport = [](HWND dialog) {
-        SetFocus(GetDlgItem(dialog, component::IDC_REPORT));
-        PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
-    };
     const std::vector<Value> known{error({53, L"xyz", L"M"}), L"beim\nStart", L"Start"},
         odd{error({-2147221005, L"a\r\nb\rc\n\n", L" "}), std::wstring(L"vor\0nach", 8),
             L"Ort K\r\n\r\nmehr"};
@@ -97,64 +78,65 @@ TEST_F(ErrorComponentTest, SaysEverythingThatIsKnownAndAnswersWhatTheUserDoes) {
     const struct {
         bool question;
         std::vector<Value> arguments;
-        std::function<void(HWND)> act;
+        WPARAM key;
+        int control; // that has the focus; 0: the one that has it at first
         Value answer;
         std::wstring report;
     } cases[] = {
-        {false, known, press(IDOK), Empty{},
+        {false, known, VK_RETURN, 0, Empty{},
          L"Modul:    M\r\nRoutine: Start\r\nNummer: 53\r\n\r\nxyz\r\n\r\nbeim\r\nStart"},
-        {false, {}, press(IDOK), Empty{}, nothing},
-        {true, odd, press(IDRETRY), 4, oddReport},
-        {true, {Value(), 17}, escape, 2, nothing + L"\r\n\r\n17"},
-        {true, odd, enterInReport, 4, oddReport},
+        {false, {}, VK_ESCAPE, 0, Empty{}, nothing},
+        {true, odd, VK_RETURN, 0, 4, oddReport},
+        {true, {Value(), 17}, VK_ESCAPE, 0, 2, nothing + L"\r\n\r\n17"},
+        {true, odd, VK_RETURN, component::IDC_REPORT, 4, oddReport},
     };
     const HWND owner = makeOwner();
-    for (const auto& [question, arguments, act, answer, report] : cases) {
+    for (const auto& [question, arguments, key, control, answer, report] : cases) {
         SetActiveWindow(owner);
-        bool held = false;
         User user([&](HWND dialog) {
-            held = !IsWindowEnabled(owner);
-            act(dialog);
+            EXPECT_FALSE(IsWindowEnabled(owner));
+            if (control)
+                SetFocus(GetDlgItem(dialog, control));
+            PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
         });
         EXPECT_EQ(display->call(question ? L"EMW" : L"errormsg", arguments).valueOr(Null{}), answer);
         std::erase(user.texts, L'\t'); // puts the values on the screen into a column
         EXPECT_NE(user.texts.find(L"|" + report + L"|"), user.texts.npos) << user.texts;
         EXPECT_TRUE(user.texts.starts_with(L"|Fehlermeldung...|")) << user.texts;
         EXPECT_EQ(user.texts.find(L"|&Wiederholen|&Abbrechen|") != user.texts.npos, question);
-        EXPECT_TRUE(held && IsWindowEnabled(owner) && GetActiveWindow() == owner);
+        EXPECT_TRUE(IsWindowEnabled(owner) && GetActiveWindow() == owner);
     }
     DestroyWindow(owner);
 }
 
 TEST_F(ErrorComponentTest, CopiesTheWholeReportInItsOwnLines) {
     const std::wstring endless(20'000, L'x'); // broken into lines on the screen only
-    User user([](HWND dialog) {
-        pressControl(true);
+    BYTE keys[256] = {};
+    User user([&](HWND dialog) {
+        keys[VK_CONTROL] = 0x80;
+        SetKeyboardState(keys);
         PostMessageW(GetFocus(), WM_KEYDOWN, 'C', 0);
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
     EXPECT_TRUE(display->call(L"ErrorMsg", {error({53, endless, L"M"}), L"Ort", L"Start"}));
-    pressControl(false);
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
     const std::wstring whole =
         L"Modul:    M\r\nRoutine: Start\r\nNummer: 53\r\n\r\n" + endless + L"\r\n\r\nOrt";
     EXPECT_TRUE(program::ProgramDriver::copied(whole));
 }
 
 TEST_F(ErrorComponentTest, IsDrawnWholeAfterItHasGrown) {
-    std::thread driver;
-    bool whole = false;
-    User user([&](HWND dialog) {
-        driver = std::thread([&whole, dialog] {
-            SetWindowPos(dialog, nullptr, 0, 0, 700, 500, SWP_NOZORDER);
-            const auto shown = program::ProgramDriver::picture(dialog);
-            RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
-            whole = shown == program::ProgramDriver::picture(dialog);
-            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        });
+    User user([this](HWND dialog) {
+        SetWindowPos(dialog, nullptr, 0, 0, 700, 500, SWP_NOZORDER);
+        border.desktop->pumpMessages();
+        const auto shown = program::ProgramDriver::picture(dialog);
+        RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        border.desktop->pumpMessages();
+        EXPECT_TRUE(shown == program::ProgramDriver::picture(dialog));
+        User::press(dialog, IDOK);
     });
     EXPECT_TRUE(display->call(L"ErrorMsg", {error({53, L"xyz", L"M"})}));
-    driver.join();
-    EXPECT_TRUE(whole);
 }
 
 TEST_F(ErrorComponentTest, ShowsTheSameReportOnlyOnceWhereAsked) {
@@ -198,58 +180,45 @@ TEST_F(ErrorComponentTest, TakesTextsByReferenceAndNamedOnesAndStaysOnceUsed) {
     library = LoadLibraryW(file.c_str());
 }
 
-/// An error object of the host, whose number is asked for by a call into the host's own code.
-class HostError : public DispatchObject {
-public:
-    explicit HostError(std::function<void(VARIANT&)> number) : number_(std::move(number)) {}
+/// An error object of the host. Its code releases the display that asks for the number.
+struct HostError : DispatchObject {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override {
         *id = 1;
         return wcscmp(*names, L"Number") == 0 ? S_OK : DISP_E_UNKNOWNNAME;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                      UINT*) override {
-        number_(*result);
+        *result = number;
+        referencesLeft = asking->Release();
         return S_OK;
     }
 
-private:
-    std::function<void(VARIANT&)> number_;
+    VARIANT number{};
+    IDispatch* asking = nullptr;
+    ULONG referencesLeft = 0;
 };
 
-HRESULT showErrorMsg(IDispatch& component, std::function<void(VARIANT&)> number) {
-    const auto error = ComPtr<HostError>::take(new HostError(std::move(number)));
-    VARIANT argument{};
-    argument.vt = VT_DISPATCH;
-    argument.pdispVal = error.get();
-    DISPPARAMS parameters{&argument, nullptr, 1, 0};
-    return component.Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
-}
-
-TEST_F(ErrorComponentTest, ReadsCodesInEveryFormThatHostsGiveThem) {
+TEST_F(ErrorComponentTest, ReadsCodesInEveryFormAndOutlivesItsLastReference) {
     const std::wstring denied = L"-2147024891 (0x80070005)";
-    VARIANT scode{}, positive{}, tooLarge{};
+    VARIANT scode{}, positive{}, tooLarge{}, argument{};
     scode.vt = VT_ERROR;
     scode.scode = E_ACCESSDENIED;
     positive.vt = tooLarge.vt = VT_R8;
     positive.dblVal = 2147942405.0;
     tooLarge.dblVal = 4294967296.0;
+    argument.vt = VT_DISPATCH;
+    DISPPARAMS parameters{&argument, nullptr, 1, 0};
     User user(IDOK);
     for (const auto& [number, shown] : {std::pair(scode, denied), {positive, denied}, {tooLarge, L"0"}}) {
-        EXPECT_EQ(showErrorMsg(*component().get(), [&](VARIANT& asked) { asked = number; }), S_OK);
+        HostError error;
+        error.number = number;
+        error.asking = component().detach();
+        argument.pdispVal = &error;
+        EXPECT_EQ(
+            error.asking->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+            S_OK);
+        EXPECT_EQ(error.referencesLeft, 1u) << "the call holds one of its own";
         EXPECT_NE(user.texts.find(L"\r\nNummer: \t" + shown + L"\r\n"), std::wstring::npos) << user.texts;
-    }
-}
-
-TEST_F(ErrorComponentTest, OutlivesItsLastReferenceWhileItShowsAnError) {
-    ULONG left = 0;
-    for (const bool inHandler : {false, true}) {
-        IDispatch* last = component().detach();
-        User user([&](HWND dialog) {
-            left = inHandler ? last->Release() : left;
-            User::press(dialog, IDOK);
-        });
-        EXPECT_EQ(showErrorMsg(*last, [&](VARIANT&) { left = inHandler ? 0 : last->Release(); }), S_OK);
-        EXPECT_EQ(left, 1u) << "the call holds one of its own, by the handler: " << inHandler;
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/driver/ProgramDriver.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -49,10 +51,8 @@ private:
         return FALSE;
     }
     static BOOL CALLBACK note(HWND window, LPARAM) {
-        std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)), L'\0');
-        SendMessageW(window, WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
         if (IsWindowVisible(window))
-            current->texts += text + L"|";
+            current->texts += program::ProgramDriver::text(window) + L"|";
         return TRUE;
     }
 

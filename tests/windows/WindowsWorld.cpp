@@ -1,3 +1,4 @@
+#include "platform/SystemFacts.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "tests/support/ContractWorld.h"
 #include "tools/driver/Surroundings.h"
@@ -20,11 +21,16 @@ public:
         folder_ = fs::temp_directory_path() /
                   (L"tarv" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++worlds));
         fs::create_directories(folder_);
+        (void)OleInitialize(nullptr);
     }
     ~WindowsWorld() override {
         for (const auto& entry : fs::recursive_directory_iterator(folder_))
             SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-        fs::remove_all(folder_);
+        std::error_code busy; // an ended program keeps its file for a moment
+        for (int attempt = 0; attempt < 100; ++attempt, Sleep(20))
+            if (fs::remove_all(folder_, busy); !busy)
+                break;
+        OleUninitialize();
     }
 
     Platform& border() override { return platform_; }
@@ -45,18 +51,12 @@ public:
         SetEnvironmentVariableW(name.c_str(), text.c_str());
     }
     ProcessRequest sleeper() override {
-        wchar_t own[MAX_PATH];
-        GetModuleFileNameW(nullptr, own, MAX_PATH);
-        return {own, L"sleeper", false, CREATE_SUSPENDED, {}};
+        return {platform_.facts->programPath(), L"sleeper", false, CREATE_SUSPENDED, {}};
     }
     void endSleeper(KernelHandle process) override { TerminateProcess(reinterpret_cast<HANDLE>(process), 0); }
     std::wstring missingProgram() override { return folder() + L"none.exe"; }
 
 private:
-    struct Apartment {
-        Apartment() { (void)OleInitialize(nullptr); }
-        ~Apartment() { OleUninitialize(); }
-    } apartment_;
     WindowsPlatform platform_;
     fs::path folder_;
 };

@@ -2,9 +2,8 @@
 #include "runtime/Runtime.h"
 #include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
+#include "xml/XmlEncoding.h"
 #include "xml/clsXML.h"
-
-#include <functional>
 
 #include <windows.h>
 
@@ -29,63 +28,42 @@ INSTANTIATE_TEST_SUITE_P(Versions, Xml, testing::Values(std::int16_t{6}, std::in
                          [](const auto& test) { return "Version" + std::to_string(test.param); });
 
 TEST_P(Xml, EveryStepOnTheDocument) {
-    ASSERT_TRUE(xml.OpenFromString(L"<r><a k='v'>1\n2</a><c/></r>", true));
+    ASSERT_TRUE(xml.OpenFromString(L"<r><a k='v'>1\n2</a><b/><c l='v'/></r>", true));
     EXPECT_EQ(xml.ReadNode(L"a"), L"1\r\n2");
     EXPECT_EQ(xml.ReadAttribute(L"a", L"none"), Value(Null{}));
     EXPECT_EQ(xml.ReadAttribute(L"a/text()", L"k"), Value(Empty{})) << "a text has no attributes";
     EXPECT_THROW(xml.DeleteAttribute(L"a/text()", L"k"), RuntimeError);
-    const std::pair<std::function<void()>, const wchar_t*> steps[] = {
-        {[&] { xml.WriteNode(L"a", L"ä <&>"); }, L"<a k=\"v\">ä &lt;&amp;&gt;</a><c/>"},
-        {[&] { xml.WriteAttribute(L"a", L"k", std::int16_t{7}); }, L"<a k=\"7\">ä &lt;&amp;&gt;</a><c/>"},
-        {[&] { xml.DeleteAttribute(L"a", L"k"); }, L"<a>ä &lt;&amp;&gt;</a><c/>"},
-        {[&] { xml.SetColorValue(L"a", 255, 128, 0); }, L"<a>(255, 128, 0)</a><c/>"},
-        // The attributes go to the first element of that name.
-        {[&] { xml.MakeNode(L"/r", L"c", L"x", L"p", 1, L"q", true); },
-         L"<a>(255, 128, 0)</a><c p=\"1\" q=\"-1\"/><c>x</c>"},
-        {[&] { xml.DeleteNode(L"c[1]"), xml.DeleteNode(L"a"); }, nullptr},
-        {[&] { EXPECT_TRUE(xml.InsertNode(L"c", L"e", 0, L"t", L"k", 2)); }, nullptr},
-        {[&] { EXPECT_FALSE(xml.InsertNode(L"/r", L"s", 0)) << "a second document element"; }, nullptr}};
-    for (const auto& [step, content] : steps) {
-        step();
-        std::wstring now = xml.ReadNodeXML(L"/r");
-        std::erase_if(now, [](wchar_t character) { return character < L' '; }); // the component indents
-        EXPECT_TRUE(!content || now == L"<r>" + std::wstring(content) + L"</r>") << now;
-    }
-    EXPECT_EQ(xml.NodeCount(L"*"), 2);
-    EXPECT_EQ(xml.ReadNodeXML(L"e[@k = '2']"), L"<e k=\"2\">t</e>");
+    xml.WriteNode(L"a", L"ä <&>");
+    xml.WriteAttribute(L"a", L"k", std::int16_t{7});
+    xml.DeleteNode(L"b");
+    xml.DeleteAttribute(L"c", L"l");
+    xml.MakeNode(L"/r", L"c", L"x", L"p", 1, L"q", true); // the attributes go to the first of that name
+    EXPECT_TRUE(xml.InsertNode(L"c", L"e", 0, L"t", L"k", 2));
+    EXPECT_FALSE(xml.InsertNode(L"/r", L"s", 0)) << "a second document element";
+    std::wstring now = xml.ReadNodeXML(L"/r");
+    std::erase_if(now, [](wchar_t character) { return character < L' '; }); // the component indents
+    EXPECT_EQ(now, L"<r><a k=\"7\">ä &lt;&amp;&gt;</a><c p=\"1\" q=\"-1\"/><c>x</c><e k=\"2\">t</e></r>");
+    EXPECT_EQ(xml.NodeCount(L"c"), 2);
     const XmlNodeRef kept = xml.GetNode(L"e");
     EXPECT_FALSE(xml.OpenFromString(L"<r>", false));
     EXPECT_EQ(kept->text().valueOr(L""), L"t") << "a node outlives its document";
 }
 
 TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
-    const struct {
-        const char *encoding, *mark, *umlaut;
-    } encodings[] = {{"UTF-8", "", "\xC3\xA4"}, {"ISO-8859-1", "", "\xE4"}, {"UTF-16", "\xFF\xFE", "\xE4"}};
-    for (const auto& [encoding, mark, umlaut] : encodings) {
-        const std::string text =
-            std::string("<?xml version=\"1.0\" encoding=\"") + encoding +
-            "\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>"
-            "\n <pos nr=\"1\"><![CDATA[<kein> &amp; Element]]></pos><ende>W" +
-            umlaut +
-            "nde &#8364; 1<b>b</b>&lt;<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n"
-            "<!-- Ende -->";
-        std::string bytes = mark;
-        for (const char unit : text)
-            bytes += *mark ? std::string{unit, '\0'} : std::string{unit};
-        world->putFile(path(L"a.xml"), bytes);
+    for (const wchar_t* encoding : {L"UTF-8", L"ISO-8859-1", L"UTF-16"}) {
+        const std::wstring text =
+            std::wstring(L"<?xml version=\"1.0\" encoding=\"") + encoding +
+            L"\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>"
+            L"\n <pos nr=\"1\"><![CDATA[<kein> &amp; Element]]></pos><ende>Wände &#8364; 1<b>b</b>&lt;"
+            L"<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n<!-- Ende -->";
+        world->putFile(path(L"a.xml"), encodedAsDeclared(text).value_or(""));
         ASSERT_TRUE(xml.OpenFromFile(path(L"a.xml"), true)) << text;
         const std::wstring first = xml.XML();
         for (int overTheOld = 0; overTheOld < 2; ++overTheOld)
             xml.Save(path(L"b.xml"));
         ASSERT_TRUE(xml.OpenFromFile(path(L"b.xml"), true)) << text;
         EXPECT_TRUE(xml.XML() == first) << xml.XML();
-        EXPECT_EQ(xml.NodeCount(L"pos[. = '<kein> &amp; Element']"), 1);
-        EXPECT_EQ(xml.ReadAttribute(L"/lv", L"k"), Value(L"<\"ü"));
         EXPECT_EQ(xml.ReadNode(L"ende"), L"Wände € 1b<");
-        for (const wchar_t* kept :
-             {L"<?ausgabe breite=\"80\"?>", L"<!-- Rand -->", L"<!-- Ende -->", L"<![CDATA["})
-            EXPECT_NE(first.find(kept), first.npos) << kept;
     }
 }
 
