@@ -68,14 +68,11 @@ TEST_F(SaveTest, WritesUtf8WithItsMark) {
 }
 
 TEST_F(SaveTest, FailureLeavesTheFormerFileAndSaysWhy) {
-    const struct {
-        const char* call;
-        SystemCode code;
-        const wchar_t* reason;
-    } cases[] = {{"FileStore.overwrite", 5, L"Hier darf nicht geschrieben werden"},
-                 {"FileStore.overwrite", 112, L"Der Datenträger ist voll."},
-                 {"FileStore.replace", 32, L"Ein anderes Programm hat die Datei geöffnet."},
-                 {"FileStore.replace", 1450, L"Windows meldet den Fehler 1450."}};
+    const std::tuple<const char*, SystemCode, const wchar_t*> cases[]{
+        {"FileStore.overwrite", 5, L"Hier darf nicht geschrieben werden"},
+        {"FileStore.overwrite", 112, L"Der Datenträger ist voll."},
+        {"FileStore.replace", 32, L"Ein anderes Programm hat die Datei geöffnet."},
+        {"FileStore.replace", 1450, L"Windows meldet den Fehler 1450."}};
     fake.disk.addFile(file, "former");
     for (const auto& [call, code, reason] : cases) {
         fake.faults.fail(call, code);

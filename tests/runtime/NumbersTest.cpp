@@ -4,12 +4,7 @@
 #include "tests/support/NumberPicture.h"
 #include "tests/support/Table.h"
 
-#include <bit>
-#include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
-#include <random>
 
 namespace tarv {
 namespace {
@@ -95,8 +90,8 @@ TEST(Tables, Numbers) {
               return joined(result, std::to_wstring(flag));
           }},
          {L"RoundValue refused", [](auto& w, const Row& row) {
-              w.fake.automation.provided.emplace(
-                  errorDisplayProgId, w.fake.automation.object(L"display", {{L"ErrorMsg", Empty{}}}));
+              w.fake.automation.provided.emplace(errorDisplayProgId,
+                                                 w.fake.automation.object(L"display", {{L"ErrorMsg", Empty{}}}));
               bool flag = true;
               Value value = valueOf(row[0]), again = value;
               const std::wstring result = shown(RoundValue(w.rt, value, 2, flag));
@@ -126,41 +121,6 @@ TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
     const bool enoughMemory = sizeof(void*) == 8;
     EXPECT_TRUE(enoughMemory ||
                 PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false) == L"abc");
-}
-
-TEST_F(Numbers, ReadAsTheCompilersLibraryDoes) {
-    std::mt19937_64 random;
-    for (int i = 0; i < 5'000; ++i) {
-        const auto number = std::bit_cast<double>(random());
-        if (!std::isfinite(number))
-            continue;
-        char text[80];
-        std::snprintf(text, sizeof text, "%.*e", i % 22, number);
-        const double expected = std::strtod(text, nullptr);
-        ASSERT_TRUE(!std::isfinite(expected) ||
-                    readNumber(std::wstring(text, text + std::strlen(text))) == expected)
-            << text;
-    }
-}
-
-TEST_F(Numbers, RoundingAgreesWithWholeNumbersAndToTheLastBitInEveryBuild) {
-    std::mt19937_64 random;
-    const auto rounded = [this](Value value, std::int16_t decimals) {
-        bool flag = false;
-        return RoundValue(rt, value, decimals, flag);
-    };
-    for (int i = 0; i < 5'000; ++i) {
-        const auto units = static_cast<std::int64_t>(random() % 9'000'000'000);
-        const std::int64_t rest = units % 1000;
-        if (rest == 499)
-            continue; // on the edge the last bit of the product decides
-        const auto number = static_cast<double>(units) / 100'000;
-        const auto expected = static_cast<double>(units / 1000 + (rest > 499 ? 1 : 0)) / 100;
-        ASSERT_EQ(rounded(number, 2), Value(expected)) << number;
-    }
-    EXPECT_EQ(rounded(0x1.0p-1074, 5), Value(0.0));
-    EXPECT_EQ(rounded(1.0 / 3, 9), Value(0x1.5555554f9b516p-2));
-    EXPECT_EQ(rounded(8.0e15 + 1, 1), Value(0x1.c6bf526340000p+52));
 }
 
 } // namespace
