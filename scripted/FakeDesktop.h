@@ -14,8 +14,6 @@ struct ShownMessageBox {
     std::wstring text;
     std::wstring title;
     std::uint32_t style = 0;
-
-    friend bool operator==(const ShownMessageBox&, const ShownMessageBox&) = default;
 };
 
 /// Records what the user would see and answers for him. The callbacks let the world change in the middle of a

@@ -27,8 +27,7 @@ bool matches(std::wstring_view name, std::wstring_view pattern) {
 
 class FakeSearch : public DirectorySearch, Planned {
 public:
-    FakeSearch(FaultPlan& faults, int& open) : Planned(faults), open_(open) { ++open_; }
-    ~FakeSearch() override { --open_; }
+    using Planned::Planned;
 
     Answer<DirectoryEntry> next() override {
         if (const auto code = faults_.enter("DirectorySearch.next"))
@@ -40,9 +39,6 @@ public:
 
     std::deque<DirectoryEntry> found;
     SystemCode end = system_code::noMoreFiles;
-
-private:
-    int& open_;
 };
 
 } // namespace
@@ -54,18 +50,18 @@ FakeDisk::FakeDisk() {
 }
 
 FakeEntry& FakeDisk::addFile(std::wstring_view path, std::string bytes, std::uint32_t attributes) {
-    FakeEntry& entry = addFolder(path, 0);
+    FakeEntry& entry = addFolder(path);
     entry = {entry.name, attributes, std::move(bytes)};
     return entry;
 }
 
-FakeEntry& FakeDisk::addFolder(std::wstring_view path, std::uint32_t attributes) {
+FakeEntry& FakeDisk::addFolder(std::wstring_view path) {
     for (auto end = path.find(L'\\'); end < path.size() - 1; end = path.find(L'\\', end + 1))
         entries.try_emplace(key(path.substr(0, end)),
                             FakeEntry{std::wstring(nameOf(path.substr(0, end))), attribute::directory, {}});
     FakeEntry& entry = entries[key(path)];
     entry.name = nameOf(path.substr(0, path.find_last_not_of(L'\\') + 1));
-    entry.attributes = attributes | attribute::directory;
+    entry.attributes = attribute::directory;
     return entry;
 }
 
@@ -94,22 +90,17 @@ std::wstring FakeDisk::key(std::wstring_view path) const {
     if (rest.find(L':') != 1)
         rest.insert(0, rest.starts_with(L'\\') ? currentDirectory.substr(0, 2) : currentDirectory + L"\\");
     std::wstring key;
-    for (rest += L'\\'; !rest.empty(); rest.erase(0, rest.find(L'\\') + 1)) {
-        const std::wstring part = capitals(rest.substr(0, rest.find(L'\\')));
-        const auto longName = shortNames.find(part);
-        if (!part.empty())
-            key += capitals(longName != shortNames.end() ? longName->second : part) + L'\\';
-    }
+    for (const wchar_t letter : capitals(rest) + L'\\')
+        if (letter != L'\\' || (!key.empty() && key.back() != letter))
+            key += letter;
     return key;
 }
 
 std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern) {
-    auto search = std::make_unique<FakeSearch>(faults_, openSearches);
+    auto search = std::make_unique<FakeSearch>(faults_);
     const auto failure = faults_.enter("FileStore.search");
     const auto name = pattern.find_last_of(L"\\:") + 1;
-    const std::wstring above = disk_.key(pattern.substr(0, name));
-    std::wstring wanted = disk_.key(above + std::wstring(pattern.substr(name))).substr(above.size());
-    wanted.resize(std::max<std::size_t>(wanted.size(), 1) - 1);
+    const std::wstring above = disk_.key(pattern.substr(0, name)), wanted = capitals(pattern.substr(name));
     if (failure || !disk_.exists(above)) {
         search->end = failure.value_or(system_code::pathNotFound);
         return search;
@@ -119,7 +110,7 @@ std::unique_ptr<DirectorySearch> FakeFileStore::search(std::wstring_view pattern
             search->found.push_back({dots, attribute::directory});
     for (const auto& [key, entry] : disk_.entries)
         if (key.starts_with(above) && key.find(L'\\', above.size()) == key.size() - 1 &&
-            matches(capitals(entry.name), wanted))
+            matches(std::wstring_view(key).substr(above.size(), key.size() - 1 - above.size()), wanted))
             search->found.push_back({entry.name, entry.attributes});
     if (search->found.empty())
         search->end = system_code::fileNotFound;

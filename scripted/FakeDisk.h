@@ -29,7 +29,7 @@ public:
     /// bytes.
     FakeEntry& addFile(std::wstring_view path, std::string bytes = {},
                        std::uint32_t attributes = attribute::archive);
-    FakeEntry& addFolder(std::wstring_view path, std::uint32_t attributes = attribute::directory);
+    FakeEntry& addFolder(std::wstring_view path);
     /// A folder goes with all that it holds.
     void remove(std::wstring_view path) {
         std::erase_if(entries, [gone = key(path)](const auto& each) { return each.first.starts_with(gone); });
@@ -45,13 +45,11 @@ public:
     /// Why there is no such file.
     SystemCode missing(std::wstring_view path);
 
-    /// The absolute path in capital letters and long names, ended by "\".
+    /// The absolute path in capital letters, ended by "\".
     std::wstring key(std::wstring_view path) const;
 
     std::wstring currentDirectory = L"C:\\Program Files\\TARVENIK";
-    /// Short names in capital letters, with their long ones.
-    std::map<std::wstring, std::wstring> shortNames;
-    /// By key.
+    /// By key. A short name is an entry of its own, with the long name in it.
     std::map<std::wstring, FakeEntry> entries;
 };
 
@@ -88,9 +86,6 @@ public:
     std::wstring currentDirectory() override {
         return faults_.value("FileStore.currentDirectory", disk_.currentDirectory);
     }
-
-    /// Searches that have not been ended; a leak shows here.
-    int openSearches = 0;
 
 private:
     SystemCode failure(const char* function, std::wstring_view path) {

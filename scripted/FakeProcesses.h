@@ -3,9 +3,9 @@
 #include "platform/Processes.h"
 #include "scripted/FaultPlan.h"
 
-#include <functional>
 #include <set>
 #include <stdexcept>
+#include <tuple>
 #include <vector>
 
 namespace tarv {
@@ -23,13 +23,11 @@ struct FakeProcesses : Processes, Planned {
         const ProcessInformation started{KernelHandle(lastNumber_), KernelHandle(lastNumber_ + 4),
                                          lastNumber_ + 1000, lastNumber_ + 1004};
         open.insert({started.process, started.thread});
-        if (onCreate)
-            onCreate();
         return started;
     }
     SystemCode startThroughShell(std::wstring_view file, std::wstring_view arguments,
                                  std::uint16_t showWindow) override {
-        shellStarts.push_back({std::wstring(file), std::wstring(arguments), showWindow});
+        shellStarts.emplace_back(file, arguments, showWindow);
         return faults_.enter("Processes.startThroughShell").value_or(0);
     }
     std::uint32_t waitForInputIdle(KernelHandle process, std::uint32_t) override {
@@ -46,18 +44,13 @@ struct FakeProcesses : Processes, Planned {
     }
 
     std::vector<ProcessRequest> created;
-    struct ShellStart {
-        std::wstring file, arguments;
-        std::uint16_t showWindow;
-        friend bool operator==(const ShellStart&, const ShellStart&) = default;
-    };
-    std::vector<ShellStart> shellStarts;
+    /// File, arguments, how the window is to be shown.
+    std::vector<std::tuple<std::wstring, std::wstring, std::uint16_t>> shellStarts;
     /// Handles opened by create and not closed yet.
     std::set<KernelHandle> open;
     /// Answers of the waits, used up in order; then the process has ended, or is idle.
     std::deque<std::uint32_t> waits;
     std::deque<std::uint32_t> idleWaits;
-    std::function<void()> onCreate;
 
 private:
     std::uint32_t lastNumber_ = 0x100;

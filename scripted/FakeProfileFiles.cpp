@@ -8,17 +8,6 @@
 namespace tarv {
 namespace {
 
-/// One line of an INI file: a group's header, an entry (without value where there is no "="), or neither.
-struct Line {
-    std::wstring text;
-    std::wstring name;
-    bool isGroup = false;
-    std::optional<std::wstring> value;
-
-    bool isEntry() const { return value || (!isGroup && !name.empty()); }
-};
-using Lines = std::vector<Line>;
-
 /// The profile functions strip tabs as well as blanks.
 std::wstring stripped(std::wstring_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(L" \t"), text.size()));
@@ -29,6 +18,17 @@ std::wstring stripped(std::wstring_view text) {
 std::wstring ansi(std::wstring_view text) {
     return FakeSystemFacts::decode(FakeSystemFacts::encode(text));
 }
+
+/// One line of an INI file: a group's header, an entry (without value where there is no "="), or neither.
+struct Line {
+    std::wstring text;
+    std::wstring name;
+    bool isGroup = false;
+    std::optional<std::wstring> value;
+
+    bool isNamed(const std::wstring& capitalName) const { return capitals(name) == capitalName; }
+};
+using Lines = std::vector<Line>;
 
 Line parsed(std::wstring_view text) {
     const std::wstring content = stripped(text);
@@ -56,18 +56,15 @@ Lines linesOf(std::wstring_view text) {
 /// The lines of the first group of that name, without its header; none at the end where it is missing.
 struct Group {
     Group(Lines& lines, std::wstring_view name) {
-        const auto isWanted = [wanted = capitals(stripped(ansi(name)))](const Line& line) {
-            return line.isGroup && capitals(line.name) == wanted;
-        };
-        first = std::ranges::find_if(lines, isWanted);
+        const std::wstring wanted = capitals(stripped(ansi(name)));
+        first = std::ranges::find_if(lines, [&](auto& line) { return line.isGroup && line.isNamed(wanted); });
         missing = first == lines.end();
         first += missing ? 0 : 1;
-        last = std::find_if(first, lines.end(), [](const Line& line) { return line.isGroup; });
+        last = std::ranges::find(first, lines.end(), true, &Line::isGroup);
     }
     Lines::iterator entry(std::wstring_view name) const {
-        return std::find_if(first, last, [wanted = capitals(stripped(ansi(name)))](const Line& line) {
-            return line.value && capitals(line.name) == wanted;
-        });
+        const std::wstring wanted = capitals(stripped(ansi(name)));
+        return std::find_if(first, last, [&](auto& line) { return line.value && line.isNamed(wanted); });
     }
 
     Lines::iterator first, last;
@@ -145,7 +142,7 @@ std::wstring FakeProfileFiles::getSection(std::wstring_view group, std::uint32_t
     const Group within(lines, group);
     if (!faults_.enter("ProfileFiles.getSection"))
         for (auto line = within.first; line != within.last; ++line)
-            if (line->isEntry())
+            if (line->value || !line->name.empty())
                 entries += line->name + (line->value ? L"=" + *line->value : L"") + L'\0';
     return cut(entries, size);
 }

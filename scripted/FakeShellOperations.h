@@ -9,21 +9,19 @@
 namespace tarv {
 
 /// Records what the shell is asked for. It moves no files: a test that needs the outcome on the disk makes it
-/// in `onFileOperation`.
+/// in `onFileOperation`, also what an operation has done before it failed.
 struct FakeShellOperations : ShellOperations, Planned {
     using Planned::Planned;
 
     /// A failure with code 0 is an abort by the user.
     ShellFileResult fileOperation(const ShellFileRequest& request) override {
         requests.push_back(request);
-        if (const auto code = faults_.enter("ShellOperations.fileOperation")) {
-            if (onStopped)
-                onStopped();
-            return {static_cast<std::int32_t>(*code), *code == 0};
-        }
+        const auto code = faults_.enter("ShellOperations.fileOperation");
+        const ShellFileResult result = code ? ShellFileResult{static_cast<std::int32_t>(*code), *code == 0}
+                                            : nextOf(results, ShellFileResult{});
         if (onFileOperation)
-            onFileOperation();
-        return nextOf(results, ShellFileResult{});
+            onFileOperation(result);
+        return result;
     }
     Answer<std::wstring> browseForFolder(const FolderRequest& request) override {
         folderRequests.push_back(request);
@@ -36,9 +34,7 @@ struct FakeShellOperations : ShellOperations, Planned {
     std::vector<ShellFileRequest> requests;
     /// Used up in order; then every operation succeeds.
     std::deque<ShellFileResult> results;
-    std::function<void()> onFileOperation;
-    /// What an operation that fails by plan has done before it stopped.
-    std::function<void()> onStopped;
+    std::function<void(const ShellFileResult& result)> onFileOperation;
 
     std::vector<FolderRequest> folderRequests;
     /// What the user chooses; he cancels while there is none.

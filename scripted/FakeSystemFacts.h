@@ -25,8 +25,7 @@ struct FakeSystemFacts : SystemFacts, Planned {
     std::wstring programPath() override { return faults_.value("SystemFacts.programPath", program); }
     FileVersion programVersion() override { return faults_.value("SystemFacts.programVersion", version); }
     VersionInfo windowsVersion() override {
-        const bool fails = faults_.enter("SystemFacts.windowsVersion").has_value();
-        VersionInfo info = fails ? VersionInfo{} : VersionInfo{major, minor, build, 2, servicePack + L'\0'};
+        VersionInfo info = faults_.value("SystemFacts.windowsVersion", os);
         info.servicePack.resize(128, L' ');
         return info;
     }
@@ -59,14 +58,11 @@ struct FakeSystemFacts : SystemFacts, Planned {
 
     /// The entries of the environment as they stand, in order.
     std::vector<std::wstring> variables{L"=C:=C:\\Program Files\\TARVENIK", L"ProgramData=C:\\ProgramData",
-                                        L"TEMP=C:\\Temp", L"windir=C:\\Windows"};
+                                        L"SystemRoot=C:\\Windows", L"TEMP=C:\\Temp"};
     std::wstring program = L"C:\\Program Files\\TARVENIK\\TarvService.exe";
     FileVersion version{1, 0, 0};
-    std::uint32_t major = 6;
-    std::uint32_t minor = 2;
-    std::uint32_t build = 9200;
-    /// Without NUL and padding.
-    std::wstring servicePack;
+    /// The service pack without its padding.
+    VersionInfo os{6, 2, 9200, 2, std::wstring(1, L'\0')};
     std::wstring computer = L"BAUBUERO-7";
     std::wstring user = L"Mustermann";
     std::wstring windows = L"C:\\Windows";

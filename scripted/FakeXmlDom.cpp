@@ -8,26 +8,29 @@ namespace {
 using Text = Automated<std::wstring>;
 using Done = Automated<Empty>;
 
-/// What nodes and documents share: every function asks the plan first.
+/// What nodes and documents share: every function asks the plan first. A failure with code 0 is no failure:
+/// there is no such node.
 struct FakeXmlPart {
     explicit FakeXmlPart(FakeXmlParsers& parsers) : parsers_(parsers) {}
 
     template <class T>
     Automated<T> answer(const char* function, T value) {
-        if (const auto code = parsers_.faults_.enter(function))
-            return Failure{ErrorRecord{static_cast<std::int32_t>(*code), L"Verweigert", L"Parser"}};
-        return value;
+        const auto code = parsers_.faults_.enter(function);
+        if (code && *code != 0)
+            return refused(*code);
+        return code ? T() : std::move(value);
     }
-    Done change(const char* function, std::wstring what) {
+    void note(std::string_view function, std::wstring_view argument) {
+        function.remove_prefix(function.find('.') + 1);
+        parsers_.log.append(function.begin(), function.end()).append(L"(").append(argument).append(L");");
+    }
+    Done change(const char* function, std::wstring_view argument = {}) {
         auto done = answer(function, Empty{});
         if (done)
-            parsers_.log.push_back(std::move(what));
+            note(function, argument);
         return done;
     }
-    template <class Node>
-    XmlNodeRef node() const {
-        return std::make_unique<Node>(parsers_);
-    }
+    XmlNodeRef node() const;
 
     FakeXmlParsers& parsers_;
 };
@@ -36,78 +39,69 @@ struct FakeNode : XmlNode, FakeXmlPart {
     using FakeXmlPart::FakeXmlPart;
 
     Automated<XmlNodeRef> selectSingleNode(std::wstring_view) override {
-        return answer("XmlNode.selectSingleNode", parsers_.hasNodes ? node<FakeNode>() : nullptr);
+        return answer("XmlNode.selectSingleNode", node());
     }
     Automated<std::int32_t> countNodes(std::wstring_view) override {
-        return answer("XmlNode.countNodes", std::int32_t{parsers_.hasNodes});
+        return answer("XmlNode.countNodes", std::int32_t{1});
     }
     Text text() override { return answer("XmlNode.text", parsers_.content); }
     Text xml() override { return answer("XmlNode.xml", parsers_.content); }
     Text nodeName() override { return answer("XmlNode.nodeName", parsers_.nodeName); }
-    Automated<XmlNodeRef> parentNode() override { return answer("XmlNode.parentNode", node<FakeNode>()); }
+    Automated<XmlNodeRef> parentNode() override { return answer("XmlNode.parentNode", node()); }
     Automated<Value> getAttribute(std::wstring_view) override {
         return answer("XmlNode.getAttribute", Value(parsers_.content));
     }
-    Done putText(std::wstring_view text) override {
-        return change("XmlNode.putText", L"putText " + std::wstring(text));
-    }
-    Done appendChild(XmlNode&) override { return change("XmlNode.appendChild", L"appendChild"); }
-    Done removeChild(XmlNode&) override { return change("XmlNode.removeChild", L"removeChild"); }
+    Done putText(std::wstring_view text) override { return change("XmlNode.putText", text); }
+    Done appendChild(XmlNode&) override { return change("XmlNode.appendChild"); }
+    Done removeChild(XmlNode&) override { return change("XmlNode.removeChild"); }
     Done setAttribute(std::wstring_view name, const Value&) override {
-        return change("XmlNode.setAttribute", L"setAttribute " + std::wstring(name));
+        return change("XmlNode.setAttribute", name);
     }
-    Done removeAttribute(std::wstring_view) override {
-        return change("XmlNode.removeAttribute", L"removeAttribute");
-    }
+    Done removeAttribute(std::wstring_view name) override { return change("XmlNode.removeAttribute", name); }
 };
 
+XmlNodeRef FakeXmlPart::node() const {
+    return std::make_unique<FakeNode>(parsers_);
+}
+
 struct FakeDocument : XmlDocument, FakeXmlPart {
-    explicit FakeDocument(FakeXmlParsers& parsers) : FakeXmlPart(parsers) { ++parsers_.openDocuments; }
-    ~FakeDocument() override { --parsers_.openDocuments; }
+    using FakeXmlPart::FakeXmlPart;
 
     Done putResolveExternals(bool on) override {
-        return change("XmlDocument.putResolveExternals", L"resolveExternals " + std::to_wstring(on));
+        return change("XmlDocument.putResolveExternals", on ? L"1" : L"0");
     }
     Done putValidateOnParse(bool on) override {
-        return change("XmlDocument.putValidateOnParse", L"validateOnParse " + std::to_wstring(on));
+        return change("XmlDocument.putValidateOnParse", on ? L"1" : L"0");
     }
-    Done putAsync(bool on) override {
-        return change("XmlDocument.putAsync", L"async " + std::to_wstring(on));
-    }
+    Done putAsync(bool on) override { return change("XmlDocument.putAsync", on ? L"1" : L"0"); }
     Done save(std::wstring_view path) override {
         auto done = answer("XmlDocument.save", Empty{});
         // A save that fails has already emptied its file, as the real one does.
         parsers_.disk.addFile(path, done ? "<neu/>" : "");
         return done;
     }
-    Automated<bool> load(std::wstring_view path) override {
-        parsers_.log.push_back(L"load " + std::wstring(path));
-        return answer("XmlDocument.load", parsers_.accepts(true, path));
-    }
-    Automated<bool> loadXml(std::wstring_view text) override {
-        parsers_.log.push_back(L"loadXML");
-        return answer("XmlDocument.loadXml", parsers_.accepts(false, text));
+    Automated<bool> load(std::wstring_view path) override { return parse("XmlDocument.load", path); }
+    Automated<bool> loadXml(std::wstring_view text) override { return parse("XmlDocument.loadXml", text); }
+    Automated<bool> parse(const char* function, std::wstring_view source) {
+        note(function, source);
+        return answer(function, parsers_.accepts(source));
     }
     Automated<XmlParseError> parseError() override {
         return answer("XmlDocument.parseError", parsers_.error);
     }
     Text xml() override { return answer("XmlDocument.xml", parsers_.content); }
-    Automated<XmlNodeRef> documentElement() override {
-        return answer("XmlDocument.documentElement",
-                      parsers_.hasDocumentElement ? node<FakeNode>() : nullptr);
-    }
+    Automated<XmlNodeRef> documentElement() override { return answer("XmlDocument.documentElement", node()); }
     Automated<XmlNodeRef> createElement(std::wstring_view) override {
-        return answer("XmlDocument.createElement", node<FakeNode>());
+        return answer("XmlDocument.createElement", node());
     }
 };
 
 } // namespace
 
 Automated<XmlDocumentRef> FakeXmlParsers::create(std::wstring_view progId) {
-    log.push_back(L"create " + std::wstring(progId));
     const auto code = faults_.enter("XmlParsers.create");
     if (code || std::ranges::count(known, progId) == 0)
-        return Failure{ErrorRecord{static_cast<std::int32_t>(code.value_or(429)), L"Verweigert", L"Parser"}};
+        return refused(code.value_or(429));
     return XmlDocumentRef(std::make_unique<FakeDocument>(*this));
 }
 

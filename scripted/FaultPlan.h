@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Answer.h"
+#include "platform/ErrorRecord.h"
 
 #include <deque>
 #include <limits>
@@ -62,6 +63,11 @@ public:
     std::map<std::string, Plan> plans;
     std::int64_t stepsLeft = std::numeric_limits<std::int64_t>::max();
 };
+
+/// How a scripted component fails.
+inline Failure<ErrorRecord> refused(SystemCode number) {
+    return {ErrorRecord{static_cast<std::int32_t>(number), L"Verweigert", L"Komponente"}};
+}
 
 /// A scripted interface.
 struct Planned {

@@ -8,12 +8,12 @@ namespace {
 
 struct InfoReportCase : World {
     InfoReportCase() {
-        const auto service = fake.automation.object(L"service"), result = fake.automation.object(L"result");
+        const auto service = fake.automation.object(), result = fake.automation.object();
         for (const auto& [caption, version] : {std::pair{L"\"First\"", L"Null"},
                                                {L"\"Windows 10 Pro\"", L"\"10.0.19045\""},
                                                {L"Null", L"7"}}) {
-            result->elements.push_back(fake.automation.object(
-                L"system", {{L"Caption", valueOf(caption)}, {L"Version", valueOf(version)}}));
+            result->elements.push_back(
+                fake.automation.object({{L"Caption", valueOf(caption)}, {L"Version", valueOf(version)}}));
         }
         result->elements.push_back(nullptr);
         service->runs(L"ExecQuery", [result](std::span<const Value> arguments) {
@@ -23,10 +23,8 @@ struct InfoReportCase : World {
         fake.automation.provided.emplace(L"winmgmts:", service);
     }
     void use(const Row& row) {
-        fake.facts.major = static_cast<std::uint32_t>(row.number(0));
-        fake.facts.minor = static_cast<std::uint32_t>(row.number(1));
-        fake.facts.build = 77;
-        fake.facts.servicePack = row[2];
+        const auto major = static_cast<std::uint32_t>(row.number(0));
+        fake.facts.os = {major, static_cast<std::uint32_t>(row.number(1)), 77, 2, row[2] + L'\0'};
         fake.facts.version = {2, 10, 7};
     }
 };

@@ -19,7 +19,7 @@ namespace {
 class MainWindow : public testing::Test, protected World {
 protected:
     MainWindow() {
-        const auto skin = fake.automation.object(L"skin");
+        const auto skin = fake.automation.object();
         skin->runs(2, [this](auto) {
             onSkin();
             return Value();

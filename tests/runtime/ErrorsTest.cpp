@@ -10,7 +10,7 @@ struct ErrorsCase : World {
     ErrorsCase() { fake.automation.provided.emplace(errorDisplayProgId, display); }
     ErrorRecord error{53, L"Datei nicht gefunden", L"Quelle"};
     std::shared_ptr<FakeObject> display =
-        fake.automation.object(L"display", {{L"ErrorMsg", Empty{}}, {L"NoVisibleNextMsg=", Empty{}}});
+        fake.automation.object({{L"ErrorMsg", Empty{}}, {L"NoVisibleNextMsg=", Empty{}}});
 };
 
 TEST(Tables, Errors) {
@@ -48,7 +48,7 @@ TEST_F(Errors, LibraryBesideTheProgramStandsInForAMissingRegistration) {
     fake.automation.provided = {
         {L"C:\\Program Files\\TARVENIK\\rk_Runtime.dll" + std::wstring(errorDisplayClassId), display}};
     ShowErrorMsg(rt, error, L"Ort", {});
-    EXPECT_EQ(fake.automation.log.back().what, L"call display.ErrorMsg");
+    EXPECT_EQ(fake.automation.log.back().member, L"ErrorMsg");
     fake.automation.provided.clear();
     EXPECT_EQ(AskErrorMsg(rt, error, L"Ort", {}), 0);
     EXPECT_TRUE(fake.desktop.boxes.empty());

@@ -25,7 +25,7 @@ TEST(Tables, ModRkIni) {
                             return joined(
                                 shown(value),
                                 w.fake.profiles.getString(L"SYS", L"Eintrag", L"-", 99, L"Pexoran.INI"),
-                                std::to_wstring(w.fake.automation.log.size()));
+                                std::to_wstring(w.fake.faults.calls("Automation.create")));
                         }},
                        {L"GetWindowsFolder",
                         [](auto& w, const Row& row) {

@@ -91,7 +91,7 @@ TEST(Tables, Numbers) {
           }},
          {L"RoundValue refused", [](auto& w, const Row& row) {
               w.fake.automation.provided.emplace(errorDisplayProgId,
-                                                 w.fake.automation.object(L"display", {{L"ErrorMsg", Empty{}}}));
+                                                 w.fake.automation.object({{L"ErrorMsg", Empty{}}}));
               bool flag = true;
               Value value = valueOf(row[0]), again = value;
               const std::wstring result = shown(RoundValue(w.rt, value, 2, flag));

@@ -6,8 +6,8 @@ namespace {
 
 struct PathsCase : World {
     PathsCase() {
-        fake.disk.shortNames = {{L"PROGRA~1", L"Program Files"}, {L"LANGED~1.TXT", L"Lange Datei.txt"}};
-        fake.disk.addFile(L"C:\\Program Files\\Lange Datei.txt", "", attribute::hidden);
+        fake.disk.addFolder(L"C:\\PROGRA~1").name = L"Program Files";
+        fake.disk.addFile(L"C:\\PROGRA~1\\LANGED~1.TXT", "", attribute::hidden).name = L"Lange Datei.txt";
     }
     /// Each entry ends at a ";".
     void setEnvironment(const std::wstring& cell) {

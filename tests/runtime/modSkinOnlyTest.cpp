@@ -20,8 +20,8 @@ TEST(Tables, modSkinOnly) {
 using modSkinOnly = Scripted;
 
 TEST_F(modSkinOnly, SkinIsLoadedAppliedAndSetInThisOrderUntilSomethingFails) {
-    const auto skin = fake.automation.object(
-        L"skin", {{L"#2", Empty{}}, {L"#3", Empty{}}, {L"#1=", Empty{}}, {L"#5=", Empty{}}});
+    const auto skin =
+        fake.automation.object({{2, Empty{}}, {3, Empty{}}, {L"#1=", Empty{}}, {L"#5=", Empty{}}});
     fake.profiles.fill(machineFile, L"[Directories]\r\nProgrammDirectory=P:\\Suite");
     SkinControl control{skin, WindowHandle{0x77}};
     const auto uses = [&](std::optional<WindowHandle> target, bool option) {
@@ -29,15 +29,15 @@ TEST_F(modSkinOnly, SkinIsLoadedAppliedAndSetInThisOrderUntilSomethingFails) {
         ApplySkin(rt, control, target, true, false, option);
         std::wstring all;
         for (const Invocation& use : fake.automation.log) {
-            all += use.what.substr(use.what.find(L' ') + 1);
+            all += use.member;
             for (const Value& argument : use.arguments)
                 all += L" " + shown(argument);
         }
         return all;
     };
-    const std::wstring load = L"skin.#2 \"P:\\Suite\\Styles\\Windows8.cjstyles\" \"NormalAero.ini\"";
-    EXPECT_EQ(uses({}, false), load + L"skin.#3 119 Longskin.#1= 15 Longskin.#5= True");
-    EXPECT_EQ(uses(WindowHandle{0x99}, true), load + L"skin.#3 153 Longskin.#1= 15 Longskin.#5= False");
+    const std::wstring load = L"#2 \"P:\\Suite\\Styles\\Windows8.cjstyles\" \"NormalAero.ini\"";
+    EXPECT_EQ(uses({}, false), load + L"#3 119 Long#1= 15 Long#5= True");
+    EXPECT_EQ(uses(WindowHandle{0x99}, true), load + L"#3 153 Long#1= 15 Long#5= False");
     const std::tuple<const char*, int, std::size_t> refused[]{
         {"AutomationObject.call", 1, 1}, {"AutomationObject.call", 2, 2}, {"AutomationObject.put", 1, 3}};
     for (const auto& [function, use, lastUse] : refused) {
