@@ -36,6 +36,10 @@ TEST_F(Errors, TheErrorGoesByReferenceWithBothTexts) {
         static_cast<void>(object.put(L"Description", std::wstring(L"angezeigt")));
         return Value();
     });
+    display->runs(L"NoVisibleNextMsg=", [](std::span<const Value> put) {
+        EXPECT_EQ(put[0], Value(true));
+        return Value();
+    });
     ShowErrorMsg(rt, error, L"Ort", L"Zusatz", true, 7);
     EXPECT_EQ(error, (ErrorRecord{7, L"angezeigt", L"Quelle"}));
     ShowErrorMsg(rt, error, L"Ort", L"Zusatz");

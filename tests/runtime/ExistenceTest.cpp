@@ -7,10 +7,11 @@ namespace {
 
 struct ExistenceCase : World {
     ExistenceCase() {
-        for (const wchar_t* file :
-             {L"C:\\t\\full.txt", L"C:\\u\\x.datei", L"C:\\u\\x.endung", L"C:\\a.b", L"A:\\x", L"Z:\\x"})
+        for (const wchar_t* file : {L"C:\\t\\full.txt", L"C:\\u\\x.datei", L"C:\\u\\x.endung", L"C:\\a.b",
+                                    L"A:\\x", L"Z:\\x", L"_:\\x"})
             fake.disk.addFile(file, "x");
         fake.disk.addFile(L"C:\\t\\empty.txt");
+        fake.disk.addFile(L"C:\\u\\byte", "x", attribute::normal);
         fake.disk.addFile(L"C:\\t\\plain.txt", "", attribute::normal);
         fake.disk.addFile(L"C:\\t\\hidden.dat", "x", attribute::hidden);
         fake.disk.addFile(L"C:\\t\\system.dat", "x", attribute::system);

@@ -20,7 +20,7 @@ TEST(Tables, Starter) {
          {L"GetEXEmitPfad", [](auto& w, const Row& row) { return GetEXEmitPfad(w.rt, row[0]); }},
          {L"GetDruckEXE",
           [](auto& w, const Row& row) {
-              w.fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\nPROGRAMM=" + row[0]);
+              w.fake.profiles.fill(L"Pexoran.INI", L"[DRUCKOPT]\r\n" + row[0]);
               w.fake.desktop.answers = {row.number(1)};
               return GetDruckEXE(w.rt);
           }},
@@ -57,6 +57,11 @@ struct Starter : Scripted {
         return StartExe(rt, program, 0, arguments, {}, wait, part, false, window, direct);
     }
 };
+
+TEST_F(Starter, MissingProgramFolderIsTold) {
+    EXPECT_EQ(GetEXEmitPfad(rt, L"a.exe"), L"a.exe");
+    EXPECT_EQ(fake.desktop.boxes.size(), 1u);
+}
 
 TEST_F(Starter, DirectStartHandsTheProcessToTheCaller) {
     direct = true;
