@@ -62,6 +62,9 @@ TEST_F(Existence, WorldMayChangeBetweenTheReads) {
     EXPECT_TRUE(Uexist(rt, L"C:\\t\\late.txt"));
     fake.desktop.onPump = [&] { fake.disk.addFile(L"C:\\t\\late.log", "x"); };
     EXPECT_TRUE(Uexist(rt, L"C:\\t\\*.log"));
+    Runtime developing{fake.border, true};
+    EXPECT_FALSE(Uexist(developing, L"C:\\t\\*.none"));
+    EXPECT_TRUE(fake.desktop.boxes.empty()) << "no failure to report";
     for (rt.accessMode = 2; rt.accessMode < 4; ++rt.accessMode) {
         bool quick = true;
         Uexist(rt, L"C:\\t", true, quick);

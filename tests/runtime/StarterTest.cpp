@@ -58,9 +58,11 @@ struct Starter : Scripted {
     }
 };
 
-TEST_F(Starter, MissingProgramFolderIsTold) {
+TEST_F(Starter, MissingEntriesAreToldOrSetDown) {
     EXPECT_EQ(GetEXEmitPfad(rt, L"a.exe"), L"a.exe");
     EXPECT_EQ(fake.desktop.boxes.size(), 1u);
+    EXPECT_EQ(GetDruckEXE(rt), L"DotNet\\Kelvar.Net.exe");
+    EXPECT_EQ(fake.profiles.text(L"Pexoran.INI"), L"[DRUCKOPT]\r\nPROGRAMM=NET\r\n");
 }
 
 TEST_F(Starter, DirectStartHandsTheProcessToTheCaller) {
