@@ -26,8 +26,9 @@ std::optional<bool> declaresUtf8(XmlDocument& document) {
     const auto declaration = (*root)->selectSingleNode(L"/processing-instruction('xml')");
     if (!declaration)
         return std::nullopt;
-    const std::wstring encoding =
-        *declaration ? declaredEncoding((*declaration)->text().valueOr(L"")) : std::wstring();
+    if (!*declaration)
+        return true;
+    const std::wstring encoding = declaredEncoding((*declaration)->text().valueOr({}));
     return encoding.empty() || encoding == L"utf-8";
 }
 
