@@ -20,6 +20,7 @@ struct NodePlace {
     std::size_t group = 0;
     std::size_t entry = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check means a 0 that the compiler writes
     friend auto operator<=>(const NodePlace&, const NodePlace&) = default;
 };
 

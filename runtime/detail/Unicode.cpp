@@ -6,7 +6,7 @@
 namespace tarv {
 
 std::optional<char32_t> nextCharacter(std::wstring_view& text) {
-    const auto unit = static_cast<char32_t>(text.front());
+    const auto unit = static_cast<char32_t>(*text.data());
     text.remove_prefix(1);
     if (unit < 0xD800 || unit > 0xDFFF)
         return unit;
