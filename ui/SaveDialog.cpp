@@ -40,7 +40,7 @@ std::optional<std::wstring> askSaveName(HWND owner, const std::wstring& title, c
         OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     if (!late::GetSaveFileNameW(&dialog))
         return std::nullopt;
-    return std::wstring(file.c_str());
+    return file.substr(0, file.find(L'\0'));
 }
 
 } // namespace tarv::ui

@@ -15,7 +15,7 @@ namespace tarv {
 WindowsPlatform::WindowsPlatform(MessageFilter filter) {
     const auto keep = [this](auto&& part) {
         const auto made = part.get();
-        parts_.push_back(std::move(part));
+        parts_.push_back(std::forward<decltype(part)>(part));
         return made;
     };
     profiles = keep(makeProfileFiles());
