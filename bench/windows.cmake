@@ -9,6 +9,9 @@ target_link_libraries(bench_border PRIVATE tarv_runtime tarv_platform_windows)
 target_link_options(bench_border PRIVATE -municode)
 add_dependencies(bench_border bench_empty)
 
+add_executable(bench_files FilesBench.cpp)
+target_link_libraries(bench_files PRIVATE tarv_xml tarv_platform_windows ole32 shell32)
+
 # The program's start beside a bare window, and the stages of the info centre's load.
 add_executable(bare_window WIN32 BareWindow.cpp BareWindow.rc)
 target_link_options(bare_window PRIVATE -municode)
@@ -17,6 +20,10 @@ add_executable(bench_start StartBench.cpp)
 target_link_libraries(bench_start PRIVATE psapi)
 target_link_options(bench_start PRIVATE -municode)
 add_dependencies(bench_start bare_window TarvService)
+
+# The same start, stage by stage, with the program's own pictures and manifest.
+add_executable(start_stages StartStages.cpp ${PROJECT_SOURCE_DIR}/app/TarvService.rc)
+target_link_libraries(start_stages PRIVATE tarv_shell tarv_platform_windows ole32)
 
 # Its manifest asks for the common controls that the program shows.
 add_executable(bench_infocentre InfoCentreBench.cpp BareWindow.rc)
