@@ -2,15 +2,15 @@
 #include "platform/ProfileFiles.h"
 #include "platform/SystemFacts.h"
 
-#include "tests/support/ContractWorld.h"
+#include "ContractWorld.h"
 #include "tests/support/Table.h"
 
 namespace tarv {
 namespace {
 
-struct ProfileFilesCase : ContractCase {
+struct ProfileFilesCase : ContractWorld {
     ProfileFiles& with(const std::wstring& text) {
-        world->putFile(file, FakeSystemFacts::encode(text));
+        border.files->overwrite(file, FakeSystemFacts::encode(text));
         return profiles;
     }
 
@@ -35,7 +35,7 @@ TEST(Tables, ProfileFiles) {
           [](auto& w, const Row& row) { return w.with(row[0]).getSection(row[1], row.number(2), w.file); }},
          {L"writeString", [](auto& w, const Row& row) {
               EXPECT_TRUE(w.with(row[0]).writeString(row[1], row[2], row[3], w.file));
-              return FakeSystemFacts::decode(w.world->bytes(w.file).value_or("no file"));
+              return FakeSystemFacts::decode(w.bytes(w.file).value_or("no file"));
           }}});
 }
 
@@ -50,16 +50,16 @@ TEST_F(ProfileFilesContract, MissingFilesAreEmptyAndMadeWhereThatIsPossible) {
     EXPECT_TRUE(profiles.writeString(L"A", L"x", L" 1 ", none));
     EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, none), L"1");
     EXPECT_FALSE(profiles.writeString(L"A", L"x", L"1", path(L"none\\x.ini")));
-    world->putFolder(path(L"folder.ini"));
+    putFolder(path(L"folder.ini"));
     EXPECT_FALSE(profiles.writeString(L"A", L"x", L"1", path(L"folder.ini")));
 }
 
 TEST_F(ProfileFilesContract, LooksForABareNameInTheWindowsFolder) {
-    if (!world->ownsWindowsFolder())
+    if (!ownsWindowsFolder)
         GTEST_SKIP() << "writes into the Windows folder";
     const std::wstring full = border.facts->windowsDirectory(260) + L"\\TarvContract.ini";
     EXPECT_TRUE(profiles.writeString(L"A", L"x", L"1", L"TarvContract.ini"));
-    EXPECT_EQ(world->bytes(full), "[A]\r\nx=1\r\n");
+    EXPECT_EQ(bytes(full), "[A]\r\nx=1\r\n");
     EXPECT_EQ(profiles.getString(L"A", L"x", L"", 100, L"TarvContract.ini"), L"1");
     EXPECT_EQ(border.files->remove(full), 0u);
 }

@@ -1,22 +1,14 @@
+#include "ContractWorld.h"
 #include "platform/Automation.h"
 #include "platform/FileStore.h"
 #include "platform/SystemFacts.h"
-#include "tests/support/ContractWorld.h"
 
 #include <algorithm>
 
 namespace tarv {
 namespace {
 
-using SystemContract = Contract;
-
-TEST_F(SystemContract, EnvironmentIsReadAsItStands) {
-    world->setVariable(L"TarvVertrag", L" ж = 1 ");
-    EXPECT_EQ(border.facts->variable(L"TARVVERTRAG"), L" ж = 1 ");
-    EXPECT_EQ(border.facts->variable(L"TarvFehlt"), L"");
-    const auto entries = border.facts->environment();
-    EXPECT_EQ(std::ranges::count(entries, L"TarvVertrag= ж = 1 "), 1);
-}
+struct SystemContract : testing::Test, ContractWorld {};
 
 TEST_F(SystemContract, CodePageIsTheWesternOne) {
     // The five codes without a character pass through as control characters.
@@ -47,30 +39,6 @@ TEST_F(SystemContract, MachineFactsHaveTheirForm) {
     EXPECT_EQ(border.facts->windowsDirectory(static_cast<std::uint32_t>(windows.size()) + 1), windows);
     const auto address = border.facts->localAddress();
     EXPECT_TRUE(!address || std::ranges::count(*address, L'.') == 3);
-}
-
-TEST_F(SystemContract, StartedProgramIsWaitedFor) {
-    const auto started = border.processes->create(world->sleeper());
-    ASSERT_TRUE(started);
-    EXPECT_NE(started->processId, 0u);
-    border.processes->close(started->thread);
-    EXPECT_EQ(border.processes->waitForObject(started->process, 0), wait_result::timeout);
-    world->endSleeper(started->process);
-    EXPECT_EQ(border.processes->waitForObject(started->process, 10000), wait_result::signaled);
-    border.processes->close(started->process);
-}
-
-TEST_F(SystemContract, RefusedStartNamesTheReason) {
-    const std::wstring missing = world->missingProgram();
-    for (const auto& request :
-         {ProcessRequest{missing, missing, false, 0, {}}, ProcessRequest{L"", missing, false, 0, {}}}) {
-        const auto started = border.processes->create(request);
-        ASSERT_FALSE(started);
-        EXPECT_EQ(started.error(), system_code::fileNotFound);
-    }
-    EXPECT_EQ(border.processes->startThroughShell(missing, L"", 1), system_code::fileNotFound);
-    EXPECT_EQ(border.processes->waitForObject(KernelHandle::none, 0), wait_result::failed);
-    EXPECT_EQ(border.processes->waitForInputIdle(KernelHandle::none, 0), wait_result::failed);
 }
 
 TEST_F(SystemContract, AutomationNamesItsFailuresAndWritesIntoErrorRecords) {

@@ -48,7 +48,7 @@ Installation::Installation() {
     std::error_code ignored;
     fs::remove(settings, ignored);
     for (const wchar_t* folder : {L"Programm", L"Daten", L"Daten\\TARVENIK"})
-        world_->putFolder(path(folder));
+        putFolder(path(folder));
     fs::copy_file(testFolder().parent_path() / programFile, path(programFile));
     environment[L"ProgramData"] = path(L"Daten");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/ContractWorld.h"
+#include "tests/windows/ContractWorld.h"
 #include "tools/driver/ProgramDriver.h"
 
 #include <map>
@@ -16,16 +16,15 @@ inline constexpr wchar_t machineFile[] = L"Daten\\TARVENIK\\Q_Machine.INI";
 inline constexpr wchar_t qvFile[] = L"Daten\\TARVENIK\\QV.ini";
 
 /// An installation of its own in the temporary folder: the program and what a test writes. It goes with it.
-class Installation {
+class Installation : public ContractWorld {
 public:
     Installation();
     ~Installation();
 
-    std::wstring path(const std::wstring& name) const { return world_->folder() + name; }
     void write(const std::wstring& name, const std::string& bytes) const {
-        world_->putFile(path(name), bytes);
+        border.files->overwrite(path(name), bytes);
     }
-    std::string read(const std::wstring& name) const { return world_->bytes(path(name)).value_or(""); }
+    std::string read(const std::wstring& name) const { return bytes(path(name)).value_or(""); }
     std::unique_ptr<ProgramDriver> start() const;
 
     /// Whether programs would find the stand-in component here, and no user loses his own skin control by it.
@@ -37,9 +36,6 @@ public:
 
     /// Variables for the program; ProgramData leads to "Daten".
     std::map<std::wstring, std::wstring> environment;
-
-private:
-    std::unique_ptr<ContractWorld> world_ = ContractWorld::make();
 };
 
 } // namespace tarv::program

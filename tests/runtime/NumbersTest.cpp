@@ -1,7 +1,7 @@
 #include "platform/ErrorDisplay.h"
 #include "runtime/Funktionen32/Funktionen32.h"
+#include "runtime/detail/FormattedNumber.h"
 #include "runtime/detail/NumberFormat.h"
-#include "tests/support/NumberPicture.h"
 #include "tests/support/Table.h"
 
 #include <limits>
@@ -9,9 +9,9 @@
 namespace tarv {
 namespace {
 
-std::wstring formatted(double value, std::wstring_view pictureText, const NumberFormat& format) {
+std::wstring formatted(double value, const NumberPicture& picture, wchar_t decimal) {
     TextBuffer text;
-    appendFormatted(text, value, numberPicture(pictureText), format.decimal);
+    appendFormatted(text, value, picture, decimal);
     return std::wstring(text.view());
 }
 
@@ -56,7 +56,8 @@ TEST(Tables, Numbers) {
          {L"formatted",
           [](auto& w, const Row& row) {
               w.use(row[0]);
-              return formatted(real(row[2]), row[1], numberFormat(w.rt));
+              const NumberPicture picture{row.number(1), row.on(2), row.number(3), row.number(4)};
+              return formatted(real(row[5]), picture, numberFormat(w.rt).decimal);
           }},
          {L"readNumber", [](auto&, const Row& row) { return shown(readNumber(row[0])); }},
          {L"numberText", [](auto&, const Row& row) { return numberText(real(row[0]), row[1]); }},
@@ -117,7 +118,7 @@ TEST_F(Numbers, AnyLengthIsReadAndRoundedToTheNearestDouble) {
     EXPECT_EQ(readNumber(L"9007199254740993." + zeros), 9007199254740992.0) << "half-way to the end";
     EXPECT_EQ(numberText(1e300, L"."), L"1" + std::wstring(300, L'0'));
     EXPECT_EQ(numberText(5e-324, L".").substr(320), L"00000494065645841247");
-    EXPECT_EQ(formatted(0.25, L"0." + zeros.substr(0, 300), {}), L"0.25" + zeros.substr(0, 298));
+    EXPECT_EQ(formatted(0.25, {1, true, 300, 300}, L'.'), L"0.25" + zeros.substr(0, 298));
     const bool enoughMemory = sizeof(void*) == 8;
     EXPECT_TRUE(enoughMemory ||
                 PadLeft(rt, L"abc", std::numeric_limits<std::int32_t>::max(), L"0", false) == L"abc");

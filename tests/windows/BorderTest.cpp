@@ -9,11 +9,12 @@
 #include "platform/windows/BorderHandles.h"
 #include "platform/windows/ProcessHardening.h"
 #include "platform/windows/WindowsPlatform.h"
-#include "tests/support/ContractWorld.h"
+#include "tests/windows/ContractWorld.h"
 #include "tests/windows/User.h"
 #include "win/LateEntry.h"
 #include "win/SystemText.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -26,7 +27,7 @@
 namespace tarv {
 namespace {
 
-using Border = Contract;
+using Border = OnWindows;
 
 /// Every test of this program runs hardened, as the product does: the components used elsewhere show that
 /// they still load.
@@ -64,6 +65,23 @@ TEST_F(Border, NamesAreTakenAsTheyAreAndLibrariesByFullPathOnly) {
         EXPECT_EQ(border.automation->createFromLibrary(library, document).error().number, 429) << library;
 }
 
+TEST_F(Border, EnvironmentIsReadAsItStands) {
+    SetEnvironmentVariableW(L"TarvVertrag", L" ж = 1 ");
+    EXPECT_EQ(border.facts->variable(L"TARVVERTRAG"), L" ж = 1 ");
+    EXPECT_EQ(border.facts->variable(L"TarvFehlt"), L"");
+    EXPECT_EQ(std::ranges::count(border.facts->environment(), L"TarvVertrag= ж = 1 "), 1);
+}
+
+using RegionalNumbers = OnWindows;
+
+TEST_F(RegionalNumbers, SeparatorsAreThoseOfTheUser) {
+    wchar_t text[32] = L"";
+    GetNumberFormatW(LOCALE_USER_DEFAULT, 0, L"1234.5", nullptr, text, 32);
+    const std::wstring shown =
+        L"1" + border.facts->thousandsSeparator() + L"234" + border.facts->decimalSeparator() + L"5";
+    EXPECT_TRUE(std::wstring_view(text).starts_with(shown)) << text;
+}
+
 TEST_F(Border, AppendersDoNotOverwriteEachOther) {
     const std::wstring file = path(L"trace.txt");
     const HANDLE other = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -74,10 +92,12 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
     WriteFile(other, "cc", 2, &written, nullptr);
     EXPECT_EQ(border.files->overwrite(file, "d"), system_code::sharingViolation)
         << "it would cut the other's lines";
+    border.files->overwrite(path(L"new"), "e");
+    EXPECT_NE(border.files->replace(file, path(L"new")), 0u);
     CloseHandle(other);
-    EXPECT_EQ(world->bytes(file), "aabbcc");
+    EXPECT_EQ(bytes(file), "aabbcc");
     EXPECT_EQ(border.files->overwrite(file, "d"), 0u) << "a hidden file is no obstacle";
-    EXPECT_EQ(world->bytes(file), "d");
+    EXPECT_EQ(bytes(file), "d");
 }
 
 /// The thread's error modes that the border has set.
@@ -130,7 +150,7 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
         EXPECT_EQ(modesSet.back(), DWORD{SEM_NOGPFAULTERRORBOX}) << name << " puts it back";
     }
     modesSet.clear();
-    (void)border.processes->create({world->missingProgram(), L"a", false, 0, {}});
+    (void)border.processes->create({path(L"none.exe"), L"a", false, 0, {}});
     EXPECT_TRUE(modesSet.empty()) << "a started program would inherit it";
     SetThreadErrorMode(before, nullptr);
 }

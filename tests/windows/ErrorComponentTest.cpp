@@ -6,7 +6,7 @@
 #include "platform/ErrorDisplay.h"
 #include "platform/SystemFacts.h"
 #include "platform/windows/LateBound.h"
-#include "tests/support/ContractWorld.h"
+#include "tests/windows/ContractWorld.h"
 #include "tests/windows/User.h"
 #include "tools/driver/ProgramDriver.h"
 #include "tools/driver/Surroundings.h"
@@ -30,7 +30,7 @@ std::wstring registered(HKEY root, const std::wstring& key, const wchar_t* name 
     return text;
 }
 
-class ErrorComponentTest : public Contract {
+class ErrorComponentTest : public OnWindows {
 protected:
     ErrorComponentTest() {
         const auto tests = std::filesystem::path(border.facts->programPath()).parent_path();

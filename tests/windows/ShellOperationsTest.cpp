@@ -3,7 +3,7 @@
 #include "runtime/Funktionen32/FileOperation.h"
 #include "runtime/Runtime.h"
 #include "runtime/cls_PathDialog.h"
-#include "tests/support/ContractWorld.h"
+#include "tests/windows/ContractWorld.h"
 #include "tests/windows/User.h"
 #include "tools/driver/Surroundings.h"
 
@@ -21,14 +21,14 @@ using Tree = std::set<std::wstring>;
 
 /// The real shell on real files: each test starts in a current folder with "in" (files and a folder) and an
 /// empty "out".
-class RealFileOperation : public Contract {
+class RealFileOperation : public OnWindows {
 protected:
     RealFileOperation() {
-        fs::current_path(world->folder());
+        fs::current_path(path(L""));
         for (const wchar_t* folder : {L"in", L"in\\sub", L"in\\sub\\tief", L"out"})
-            world->putFolder(folder);
+            putFolder(folder);
         for (const std::wstring& name : original)
-            world->putFile(L"in\\" + name, "");
+            border.files->overwrite(L"in\\" + name, "");
     }
     ~RealFileOperation() override { fs::current_path(before); }
 
@@ -97,7 +97,7 @@ TEST_F(RealFileOperation, WhateverFailsNoSourceIsLost) {
     EXPECT_FALSE(run(file_operation::copy, L"in\\a.txt\0in\\none.txt"s, L"out"));
 }
 
-using RealPathDialog = Contract;
+using RealPathDialog = OnWindows;
 
 TEST_F(RealPathDialog, GivesTheChosenFolderElseNothing) {
     Runtime rt{border};
@@ -107,7 +107,7 @@ TEST_F(RealPathDialog, GivesTheChosenFolderElseNothing) {
     dialog.hHande(static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(owner)));
     // Wine's tree does not always find its way further down.
     const std::wstring chosen = underWine() ? L"C:\\Gewählt ж" : path(L"Gewählt ж");
-    world->putFolder(chosen);
+    putFolder(chosen);
     PIDLIST_ABSOLUTE computer = nullptr;
     SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &computer);
     const struct {

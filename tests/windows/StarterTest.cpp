@@ -2,9 +2,10 @@
 
 #include "runtime/Funktionen32/Starter.h"
 #include "platform/SystemFacts.h"
+#include "platform/windows/BorderHandles.h"
 #include "runtime/Funktionen32/Texts.h"
 #include "runtime/Runtime.h"
-#include "tests/support/ContractWorld.h"
+#include "tests/windows/ContractWorld.h"
 
 #include <filesystem>
 
@@ -15,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class StarterProcesses : public Contract {
+class StarterProcesses : public OnWindows {
 protected:
     StarterProcesses() { fs::create_directories(folder); }
     /// Puts the test's child there under that name.
@@ -27,11 +28,11 @@ protected:
     /// The command line, folder and show command of a started child, one line each; empty when it does not
     /// start.
     std::wstring report(const std::wstring& file, int milliseconds = 10000) {
-        std::optional<std::string> bytes;
-        for (; !bytes && milliseconds >= 0; milliseconds -= 20, Sleep(20))
-            bytes = world->bytes(file + L".txt");
+        std::optional<std::string> found;
+        for (; !found && milliseconds >= 0; milliseconds -= 20, Sleep(20))
+            found = bytes(file + L".txt");
         fs::remove(file + L".txt");
-        const std::string text = bytes.value_or("");
+        const std::string text = found.value_or("");
         return {reinterpret_cast<const wchar_t*>(text.data()), text.size() / sizeof(wchar_t)};
     }
     std::intptr_t start(std::wstring_view file, std::wstring arguments, bool direct) {
@@ -65,25 +66,34 @@ TEST_F(StarterProcesses, CommandLineFolderAndHandlesArrive) {
         EXPECT_EQ(start(child, arguments, false), -1);
         EXPECT_EQ(report(child), lowerCase(child) + L" " + arguments + L"\n" + current + L"\n1");
     }
-    EXPECT_EQ(WaitForSingleObject(event, 300), WAIT_TIMEOUT) << "only the direct start inherits handles";
-    const auto process = reinterpret_cast<HANDLE>(start(child, signal, true));
-    EXPECT_EQ(WaitForSingleObject(process, 10000), WAIT_OBJECT_0);
-    EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_OBJECT_0);
-    EXPECT_TRUE(CloseHandle(process) && CloseHandle(event));
+    Processes& processes = *border.processes;
+    EXPECT_EQ(processes.waitForObject(toBorder(event), 300), wait_result::timeout)
+        << "only the direct start inherits handles";
+    const auto process = static_cast<KernelHandle>(start(child, signal, true));
+    EXPECT_EQ(processes.waitForObject(process, 10000), wait_result::signaled);
+    EXPECT_EQ(processes.waitForObject(toBorder(event), 0), wait_result::signaled);
+    EXPECT_TRUE(CloseHandle(toSystem(process)) && CloseHandle(event));
 }
 
 TEST_F(StarterProcesses, BatchFilesRunWithTheirArguments) {
     const std::wstring decoy = install(path(L"Program.exe")), child = install(folder + L"kind.exe");
     for (const wchar_t* name : {L"Prüfung & 1.bat", L"lauf.CMD"}) {
         const std::wstring batch = folder + name;
-        world->putFile(batch, "@\"%~dp0kind.exe\" %1_%~2_%3\r\n");
+        border.files->overwrite(batch, "@\"%~dp0kind.exe\" %1_%~2_%3\r\n");
         EXPECT_EQ(start(batch + L" /a \"b c\"", L"d", false), -1);
         EXPECT_NE(report(child).find(L" /a_b c_d\n"), std::wstring::npos) << batch;
     }
     EXPECT_TRUE(report(decoy, 300).empty());
-    const std::wstring missing = folder + L"fehlt.bat";
-    EXPECT_EQ(border.processes->create({missing, missing + L" x", false, 0, {}}).error(),
-              system_code::fileNotFound);
+}
+
+TEST_F(StarterProcesses, RefusedStartNamesTheReason) {
+    const std::wstring batch = folder + L"fehlt.bat", program = folder + L"none.exe";
+    Processes& processes = *border.processes;
+    for (const auto& [file, line] : {std::pair(batch, batch + L" x"), {program, program}, {L"", program}})
+        EXPECT_EQ(processes.create({file, line, false, 0, {}}).error(), system_code::fileNotFound) << line;
+    EXPECT_EQ(processes.startThroughShell(program, L"", 1), system_code::fileNotFound);
+    EXPECT_EQ(processes.waitForObject(KernelHandle::none, 0), wait_result::failed);
+    EXPECT_EQ(processes.waitForInputIdle(KernelHandle::none, 0), wait_result::failed);
 }
 
 } // namespace

@@ -1,18 +1,16 @@
 #include "runtime/Funktionen32/Errors.h"
 #include "runtime/Runtime.h"
-#include "tests/support/ContractWorld.h"
 #include "tests/support/World.h"
+#include "tests/windows/ContractWorld.h"
 #include "xml/XmlEncoding.h"
 #include "xml/clsXML.h"
-
-#include <windows.h>
 
 namespace tarv {
 namespace {
 
 /// The system's XML component and real files; message boxes are only noted. The component differs under Wine:
 /// it names every fault 80004005 "error" at line 0, takes document type declarations and does not validate.
-class Xml : public Contract, public testing::WithParamInterface<std::int16_t> {
+class Xml : public OnWindows, public testing::WithParamInterface<std::int16_t> {
 protected:
     Xml() {
         rt.platform.desktop = &fake.desktop;
@@ -56,7 +54,7 @@ TEST_P(Xml, DocumentsOfManyKindsSurviveSavingAndLoading) {
             L"\"?>\n<?ausgabe breite=\"80\"?>\n<lv xmlns:p=\"urn:preise\" k='&lt;&quot;&#252;'>"
             L"\n <pos nr=\"1\"><![CDATA[<kein> &amp; Element]]></pos><ende>Wände &#8364; 1<b>b</b>&lt;"
             L"<!-- Rand --><p:preis p:einheit='qm'/></ende></lv>\n<!-- Ende -->";
-        world->putFile(path(L"a.xml"), encodedAsDeclared(text).value_or(""));
+        border.files->overwrite(path(L"a.xml"), encodedAsDeclared(text).value_or(""));
         ASSERT_TRUE(xml.OpenFromFile(path(L"a.xml"), true)) << text;
         const std::wstring first = xml.XML();
         for (int overTheOld = 0; overTheOld < 2; ++overTheOld)
@@ -78,38 +76,22 @@ TEST_P(Xml, HostileFilesEndInAnErrorAndFetchNothing) {
           std::string("<?xml version='1.0' encoding='UTF-16'?><r/>"),
           std::string("<?xml version='1.0' encoding='x-unbekannt'?><r/>"), std::string("<r><a k='1"),
           std::string("\xFF\xFE<\0r\0", 6), std::string("<r>\0</r>", 8), std::string()}) {
-        world->putFile(path(L"a.xml"), bytes);
+        border.files->overwrite(path(L"a.xml"), bytes);
         fake.desktop.boxes.clear();
         EXPECT_FALSE(xml.OpenFromFile(path(L"a.xml"), true)) << bytes.substr(0, 60);
         ASSERT_EQ(fake.desktop.boxes.size(), 1u);
         EXPECT_TRUE(
             fake.desktop.boxes[0].text.starts_with(L"Fehler beim Laden von XML:\r\n" + path(L"a.xml")));
     }
-    EXPECT_FALSE(xml.OpenFromFile(world->folder(), false) || xml.OpenFromFile(path(L"none.xml"), false));
-    world->putFile(path(L"secret.txt"), "GEHEIM");
-    world->putFile(path(L"ext.dtd"), "<!ENTITY a 'GEHEIM'>");
+    EXPECT_FALSE(xml.OpenFromFile(path(L""), false) || xml.OpenFromFile(path(L"none.xml"), false));
+    border.files->overwrite(path(L"secret.txt"), "GEHEIM");
+    border.files->overwrite(path(L"ext.dtd"), "<!ENTITY a 'GEHEIM'>");
     for (const char* declaration : {"[<!ENTITY a SYSTEM 'secret.txt'>]", "SYSTEM 'ext.dtd'"}) {
-        world->putFile(path(L"a.xml"), std::string("<!DOCTYPE r ") + declaration + "><r><c>&a;</c></r>");
+        border.files->overwrite(path(L"a.xml"),
+                                std::string("<!DOCTYPE r ") + declaration + "><r><c>&a;</c></r>");
         xml.OpenFromFile(path(L"a.xml"), false); // version 6 refuses the declaration on Windows
         EXPECT_EQ(xml.ReadNode(L"c"), L"");
     }
-}
-
-TEST_P(Xml, AFailedSaveLeavesTheOldFile) {
-    ASSERT_TRUE(xml.OpenFromString(L"<neu/>", true));
-    for (const wchar_t* name : {L"locked.xml", L"readonly.xml"})
-        world->putFile(path(name), "<alt/>");
-    world->setAttributes(path(L"readonly.xml"), attribute::readOnly);
-    const HANDLE reader = CreateFileW(path(L"locked.xml").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
-    for (const wchar_t* name : {L"locked.xml", L"readonly.xml", L"none\\a.xml", L"a?.xml", L""})
-        EXPECT_THROW(xml.Save(path(name)), RuntimeError) << name;
-    CloseHandle(reader);
-    for (const wchar_t* name : {L"locked.xml", L"readonly.xml"})
-        EXPECT_EQ(world->bytes(path(name)), "<alt/>");
-    EXPECT_EQ(border.files->search(path(L"*.neu*"))->next().error(), system_code::fileNotFound);
-    xml.Save(path(L"locked.xml"));
-    EXPECT_TRUE(xml.OpenFromFile(path(L"locked.xml"), true));
 }
 
 } // namespace
