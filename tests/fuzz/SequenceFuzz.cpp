@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     testing::FLAGS_gtest_throw_on_failure = true; // what a fake notices ends the program, too
     Workstation w;
     FuzzInput input(bytes, std::min<std::size_t>(size, 100));
-    while (!input.rest().empty()) {
+    while (!input.rest.empty()) {
         const std::uint8_t choice = input.byte();
         // Of the functions met so far, one that fails for a while.
         if (const auto known = w.fake.faults.plans.size(); choice >= 128 && known > 0) {
