@@ -12,7 +12,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <tuple>
+#include <functional>
 #include <utility>
 
 #include <wbemdisp.h>
@@ -27,11 +27,30 @@ std::wstring skinCalls(HWND window) {
            L"\nput 1 3:15\nput 5 11:-1\n";
 }
 
-constexpr int warmUp = 10;
-
 int rounds() {
     const char* const asked = std::getenv("TARV_SOAK");
     return asked ? std::atoi(asked) : 20;
+}
+
+/// What a process holds before and after so many rounds.
+std::pair<Holdings, Holdings> soaked(HANDLE process, const std::function<void()>& round) {
+    constexpr int warmUp = 10;
+    Holdings before;
+    for (int i = -warmUp; i < rounds() && !testing::Test::HasFailure(); ++i) {
+        if (i == 0)
+            before = holdingsOf(process);
+        round();
+    }
+    return {before, holdingsOf(process)};
+}
+
+/// Opens a window by its menu entry and closes it.
+HWND openAndClose(ProgramDriver& program, HWND mainWindow, int entry, const wchar_t* kind) {
+    program.command(mainWindow, entry);
+    const HWND window = program.window(kind);
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(window && program.gone(window) && program.ready(mainWindow));
+    return window;
 }
 
 /// What Wine 8 never frees, also in a bare window with the same controls: for each icon from a resource the
@@ -42,8 +61,9 @@ std::size_t memoryKeptByWine(const Installation& installation) {
     return static_cast<std::size_t>(rounds()) * (icons * icon + labels * label);
 }
 
-void expectFlat(const Installation& installation, const Holdings& before, const Holdings& after,
+void expectFlat(const Installation& installation, const std::pair<Holdings, Holdings>& held,
                 int keptByTheSystem) {
+    const auto& [before, after] = held;
     const std::size_t memoryKept = underWine() ? memoryKeptByWine(installation) : 0;
     std::printf(
         "%d times: user %d -> %d, gdi %d -> %d, kernel %d -> %d (%d kept by the system), memory %zu -> "
@@ -89,27 +109,16 @@ TEST(Soak, NothingPilesUpAndEachSkinCallIsMade) {
     const HWND mainWindow = program->window(L"frmMain");
     ASSERT_TRUE(mainWindow);
     std::wstring expected = skinCalls(mainWindow);
-    Holdings before;
-    for (int i = -warmUp; i < rounds(); ++i) {
-        if (i == 0)
-            before = holdingsOf(program->process());
-        for (const auto& [command, kind] :
-             {std::pair(ID_mnuInfo, L"frmInfo4Prg"), {ID_mnuSupportIPAdresse, L"frmLokaleIP"}}) {
-            program->command(mainWindow, command);
-            const HWND window = program->window(kind);
-            ASSERT_TRUE(window);
-            if (command == ID_mnuInfo)
-                expected += skinCalls(window) + skinCalls(mainWindow);
-            PostMessageW(window, WM_CLOSE, 0, 0);
-            ASSERT_TRUE(program->gone(window));
-            ASSERT_TRUE(program->ready(mainWindow));
-        }
+    const auto held = soaked(program->process(), [&] {
+        const HWND info = openAndClose(*program, mainWindow, ID_mnuInfo, L"frmInfo4Prg");
+        openAndClose(*program, mainWindow, ID_mnuSupportIPAdresse, L"frmLokaleIP");
+        expected += skinCalls(info) + skinCalls(mainWindow);
         const std::string log = installation.read(L"skin.log");
-        ASSERT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(log.data()), log.size() / 2), expected) << i;
+        EXPECT_EQ(std::wstring(reinterpret_cast<const wchar_t*>(log.data()), log.size() / 2), expected);
         installation.write(L"skin.log", "");
         expected.clear();
-    }
-    expectFlat(installation, before, holdingsOf(program->process()), 0);
+    });
+    expectFlat(installation, held, 0);
     EXPECT_TRUE(program->boxes().empty());
 }
 
@@ -121,27 +130,11 @@ TEST(Soak, TheManagementServiceItselfLeavesNothingInTheProgram) {
     const auto program = installation.start();
     const HWND mainWindow = program->window(L"frmMain");
     ASSERT_TRUE(mainWindow);
-    Holdings before;
-    for (int i = -warmUp; i < rounds(); ++i) {
-        if (i == 0)
-            before = holdingsOf(program->process());
-        program->command(mainWindow, ID_mnuInfo);
-        const HWND window = program->window(L"frmInfo4Prg");
-        ASSERT_TRUE(window);
-        PostMessageW(window, WM_CLOSE, 0, 0);
-        ASSERT_TRUE(program->gone(window));
-        ASSERT_TRUE(program->ready(mainWindow));
-    }
-    const Holdings after = holdingsOf(program->process());
-
+    const auto held =
+        soaked(program->process(), [&] { openAndClose(*program, mainWindow, ID_mnuInfo, L"frmInfo4Prg"); });
     // Wine keeps registry keys for each query, whoever asks.
-    int bare = 0;
-    for (int i = -warmUp; i < rounds(); ++i) {
-        if (i == 0)
-            bare = holdingsOf(GetCurrentProcess()).kernel;
-        ASSERT_EQ(askManagementService(), 1);
-    }
-    expectFlat(installation, before, after, holdingsOf(GetCurrentProcess()).kernel - bare);
+    const auto [before, after] = soaked(GetCurrentProcess(), [] { EXPECT_EQ(askManagementService(), 1); });
+    expectFlat(installation, held, after.kernel - before.kernel);
     OleUninitialize();
 }
 
