@@ -48,44 +48,20 @@ TEST(WholeTextTest, FileIsNamedAfterComputerAndDay) {
     EXPECT_EQ(wholeTextFileName(L"a\\b:*", 2026, 12, 31), L"Infocenter_a_b___2026-12-31.txt");
 }
 
-struct SaveTest : Scripted {
-    const std::wstring file = L"C:\\Texte\\Bericht.txt", fresh = file + L".neu";
-    std::wstring save() {
-        const std::wstring text{L'B', L'\xFC', L'\xD83D', L'\xDE00', L'\xDC00'};
-        return saveWholeText(rt, file, text).value_or(L"saved");
-    }
-};
-
-TEST_F(SaveTest, WritesUtf8WithItsMark) {
-    fake.disk.addFolder(L"C:\\Texte");
-    for (int twice = 0; twice < 2; ++twice) {
-        EXPECT_EQ(save(), L"saved");
-        EXPECT_EQ(fake.disk.bytes(file), "\xEF\xBB\xBF"
-                                         "B\xC3\xBC\xF0\x9F\x98\x80\xEF\xBF\xBD");
-        EXPECT_FALSE(fake.disk.exists(fresh));
-        fake.disk.addFile(file, "another text");
-    }
-}
-
-TEST_F(SaveTest, FailureLeavesTheFormerFileAndSaysWhy) {
-    const std::tuple<const char*, SystemCode, const wchar_t*> cases[]{
-        {"FileStore.overwrite", 5, L"Hier darf nicht geschrieben werden"},
-        {"FileStore.overwrite", 112, L"Der Datenträger ist voll."},
-        {"FileStore.replace", 32, L"Ein anderes Programm hat die Datei geöffnet."},
-        {"FileStore.replace", 1450, L"Windows meldet den Fehler 1450."}};
-    fake.disk.addFile(file, "former");
-    for (const auto& [call, code, reason] : cases) {
-        fake.faults.fail(call, code);
-        const std::wstring message = save();
-        EXPECT_NE(message.find(reason), message.npos) << message;
-        EXPECT_EQ(fake.disk.bytes(file), "former");
-        EXPECT_FALSE(fake.disk.exists(fresh));
-        fake.faults.fail(call, 0, 0, 0);
-    }
-    fake.faults.fail("FileStore.replace", 1176);
-    fake.faults.fail("FileStore.moveOver", 5);
-    EXPECT_TRUE(save().ends_with(L"Er liegt vollständig in " + fresh));
-    EXPECT_TRUE(fake.disk.bytes(fresh).ends_with("\xEF\xBF\xBD"));
+TEST(Tables, WholeText) {
+    checkTable<World>("WholeText.txt",
+                      {{L"saveWholeText", [](auto& w, const Row& row) {
+                            FakePlatform& fake = w.fake;
+                            const std::wstring file = L"C:\\Texte\\Bericht.txt";
+                            const std::string function(row[0].begin(), row[0].end());
+                            fake.disk.addFile(file, "former");
+                            fake.faults.fail(function, static_cast<SystemCode>(row.number(1)));
+                            fake.faults.fail("FileStore.moveOver", 5);
+                            const std::wstring text{L'B', L'\xFC', L'\xD83D', L'\xDE00', L'\xDC00'};
+                            const auto failure = saveWholeText(w.rt, file, text);
+                            return joined(failure.value_or(L"saved"), fake.profiles.text(file),
+                                          fake.profiles.text(file + L".neu"));
+                        }}});
 }
 
 } // namespace

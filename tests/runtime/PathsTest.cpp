@@ -1,6 +1,8 @@
 #include "runtime/Funktionen32/Funktionen32.h"
 #include "tests/support/Table.h"
 
+#include <sstream>
+
 namespace tarv {
 namespace {
 
@@ -11,12 +13,10 @@ struct PathsCase : World {
     }
     /// Each entry ends at a ";".
     void setEnvironment(const std::wstring& cell) {
-        fake.facts.variables = {L""};
-        for (const wchar_t c : cell)
-            if (c == L';')
-                fake.facts.variables.emplace_back();
-            else
-                fake.facts.variables.back() += c;
+        fake.facts.variables.clear();
+        std::wistringstream entries(cell);
+        for (std::wstring entry; std::getline(entries, entry, L';');)
+            fake.facts.variables.push_back(entry);
     }
 };
 
