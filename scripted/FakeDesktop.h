@@ -16,7 +16,7 @@ struct ShownMessageBox {
     std::uint32_t style = 0;
 };
 
-/// Records what the user would see and answers for him. The callbacks let the world change in the middle of a
+/// Records what the user would see and answers for him. A callback lets the world change in the middle of a
 /// waiting loop.
 struct FakeDesktop : Desktop, Planned {
     using Planned::Planned;
@@ -38,8 +38,6 @@ struct FakeDesktop : Desktop, Planned {
     void sleep(std::uint32_t milliseconds) override {
         faults_.step();
         sleeps.push_back(milliseconds);
-        if (onSleep)
-            onSleep();
     }
     WindowHandle activeWindow() override { return faults_.value("Desktop.activeWindow", active); }
     WindowHandle activeForm() override { return faults_.value("Desktop.activeForm", form); }
@@ -65,7 +63,6 @@ struct FakeDesktop : Desktop, Planned {
     std::set<WindowHandle> windows;
 
     std::function<void()> onPump;
-    std::function<void()> onSleep;
 };
 
 } // namespace tarv

@@ -82,7 +82,7 @@ TEST_F(Starter, WaitingMarksPumpsClosesAndGivesTheFocusBack) {
     fake.desktop.windows = {caller, form};
     fake.processes.waits = {wait_result::timeout, wait_result::timeout};
     std::set<std::uint32_t> ids;
-    fake.desktop.onSleep = [&] {
+    fake.desktop.onPump = [&] {
         ids.insert(rt.runningChildId);
         EXPECT_EQ(rt.externalProgram.running ? rt.externalProgram.name : L"", L"c:\\p\\tool.exe");
     };
