@@ -1,5 +1,8 @@
 # Benchmarks beside what Windows itself offers. tools/bench builds and runs them all.
 
+add_executable(bench_base64 Base64Bench.cpp)
+target_link_libraries(bench_base64 PRIVATE tarv_runtime tarv_scripted crypt32)
+
 add_executable(bench_numbers NumbersBench.cpp)
 target_link_libraries(bench_numbers PRIVATE tarv_runtime tarv_platform_windows oleaut32)
 

@@ -1,57 +1,33 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
-#include <span>
+#include <memory>
 #include <vector>
 
 namespace tarv {
 
 struct Runtime;
 
-/// Base64 over memory of the caller. Works on pairs of digits, whose tables (144 KB) are built by the
-/// constructor.
-class Base64Codec {
-public:
-    Base64Codec();
-
-    /// Number of digits, padding included, for that many bytes.
-    static std::size_t encodedSize(std::size_t bytes) { return (bytes + 2) / 3 * 4; }
-
-    /// Number of bytes for that many digits without padding. One digit too many counts as a byte, and so does
-    /// no digit at all: an array cannot be declared shorter.
-    static std::size_t decodedSize(std::size_t digits);
-
-    /// `out` holds encodedSize(bytes.size()) characters. No line breaks, whatever the length.
-    void encode(std::span<const std::uint8_t> bytes, std::span<std::uint8_t> out) const;
-
-    /// `out` holds decodedSize(digits.size()) bytes. Nothing is checked: a character outside the alphabet
-    /// counts as digit 0. A byte that the digits do not fill becomes 0.
-    void decode(std::span<const std::uint8_t> digits, std::span<std::uint8_t> out) const;
-
-private:
-    /// The 12 bits of two digits, by the two characters as they lie in memory.
-    unsigned pairAt(const std::uint8_t* characters) const;
-
-    /// Writes the four digits of twice 12 bits; higher bits of the numbers count for nothing.
-    void encodeFour(std::uint64_t first, std::uint64_t second, std::uint8_t* to) const;
-
-    /// Writes eight digits; reads two bytes more than it converts.
-    void encodeSixBytes(const std::uint8_t* from, std::uint8_t* to) const;
-
-    static constexpr std::size_t encodings = 4096;
-
-    /// Four bytes for each 12 bits: two zeros, then the two characters. Four bytes read from the third on are
-    /// these characters and the zeros of the next entry. So two entries are put together by an "or".
-    std::array<std::uint8_t, 4 * encodings + 2> charactersOf_{};
-    std::vector<std::uint16_t> pairOf_;
+/// Leaves elements without a value as the memory is: no array is zeroed before a conversion fills it.
+template <class T>
+struct UnfilledAllocator : std::allocator<T> {
+    using std::allocator<T>::allocator;
+    template <class Other>
+    struct rebind {
+        using other = UnfilledAllocator<Other>;
+    };
+    template <class Element>
+    void construct(Element* place) {
+        ::new (static_cast<void*>(place)) Element;
+    }
 };
+using Bytes = std::vector<std::uint8_t, UnfilledAllocator<std::uint8_t>>;
 
 /// A byte array as the suite knows it: one-dimensional, with any lower bound.
 struct ByteArray {
     std::int32_t lowerBound = 0;
-    std::vector<std::uint8_t> bytes;
+    Bytes bytes;
 
     friend bool operator==(const ByteArray&, const ByteArray&) = default;
 };
@@ -67,8 +43,6 @@ struct Base64Tables {
     std::array<std::uint16_t, 256> characterOfByte{};
     /// The way back. A character beyond the table is left out.
     std::array<std::uint8_t, 16384> byteOfCharacter{};
-
-    Base64Codec codec;
 };
 
 /// Builds the tables of this process; the conversions do it on first use.
