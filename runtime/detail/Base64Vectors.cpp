@@ -17,9 +17,12 @@ namespace {
 
 bool hasVectors() {
 #ifdef _MSC_VER
-    int registers[4];
-    __cpuid(registers, 1);
-    return (registers[2] & 1 << 9) != 0;
+    static const bool found = [] {
+        int registers[4];
+        __cpuid(registers, 1);
+        return (registers[2] & 1 << 9) != 0;
+    }();
+    return found;
 #else
     return __builtin_cpu_supports("ssse3");
 #endif
