@@ -38,6 +38,8 @@ TEST(modBase64, ArraysKeepTheirLowerBound) {
         ByteArray both = digits;
         Base64DecodeBytes(w.rt, both, both);
         EXPECT_EQ(both, (ByteArray{bound, {'M', 'a', 'n'}}));
+        Base64EncodeBytes(w.rt, both, both);
+        EXPECT_EQ(both, digits);
     }
     EXPECT_THROW(run(Base64EncodeBytes, {highest - 2, {1, 2, 3}}), RuntimeError);
     EXPECT_THROW(run(Base64DecodeBytes, {highest, {'T', 'Q'}}), RuntimeError);
