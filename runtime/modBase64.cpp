@@ -54,8 +54,8 @@ void BuildBase64Tables(Runtime& rt) {
     auto tables = std::make_shared<Base64Tables>();
     std::ranges::copy(alphabet, tables->encode.begin());
     std::ranges::copy(alphabet, tables->encode16.begin());
-    for (std::uint8_t i = 0; i < tables->encode.size(); ++i)
-        tables->decode[tables->encode[i]] = i;
+    for (std::size_t i = 0; i < tables->encode.size(); ++i)
+        tables->decode[tables->encode[i]] = static_cast<std::uint8_t>(i);
     std::ranges::copy(tables->decode, tables->decode16.begin());
 
     for (std::size_t byte = 0; byte < tables->characterOfByte.size(); ++byte) {
