@@ -20,12 +20,19 @@ std::wstring programVersion(Runtime& rt) {
 
 } // namespace
 
-std::wstring BuildInfoReport(Runtime& rt) {
-    std::wstring name;
-    std::wstring version;
-    std::wstring extra;
-    GetOSNameAndVersion(rt, name, version, extra);
+InfoFacts readInfoFacts(Runtime& rt) {
+    InfoFacts facts;
+    GetOSNameAndVersion(rt, facts.system, facts.systemVersion, facts.systemExtra);
+    facts.computer = GetPCName(rt);
+    facts.user = GetLoginName(rt);
+    facts.localAddress = GetLocalIP(rt);
+    facts.windowsFolder = GetWinDir(rt);
+    facts.programFolder = programFolder(rt);
+    facts.programVersion = programVersion(rt);
+    return facts;
+}
 
+std::wstring reportText(const InfoFacts& facts) {
     std::wstring report;
     const auto line = [&](std::wstring_view label, std::wstring_view value = {}) {
         report.append(TranslateText(label)).append(value).append(lineEnd);
@@ -33,19 +40,23 @@ std::wstring BuildInfoReport(Runtime& rt) {
     // The values of the first block stand in column 22.
     line(L"[Kundeninfo]");
     line({});
-    line(L"  Computername:      ", GetPCName(rt));
-    line(L"  Betriebssystem:    ", name + L"  " + extra);
-    line(L"     Version:        ", version);
+    line(L"  Computername:      ", facts.computer);
+    line(L"  Betriebssystem:    ", facts.system + L"  " + facts.systemExtra);
+    line(L"     Version:        ", facts.systemVersion);
     line({});
-    line(L"  Benutzername:      ", GetLoginName(rt));
-    line(L"  Lokale IP-Adresse: ", GetLocalIP(rt));
-    line(L"  Windows Ordner:    ", GetWinDir(rt));
+    line(L"  Benutzername:      ", facts.user);
+    line(L"  Lokale IP-Adresse: ", facts.localAddress);
+    line(L"  Windows Ordner:    ", facts.windowsFolder);
     line({});
     line(L"[Programm]");
-    line(L"  Ordner: ", programFolder(rt));
-    line(L"  Version: ", programVersion(rt));
+    line(L"  Ordner: ", facts.programFolder);
+    line(L"  Version: ", facts.programVersion);
     line({});
     return report;
+}
+
+std::wstring BuildInfoReport(Runtime& rt) {
+    return reportText(readInfoFacts(rt));
 }
 
 } // namespace tarv

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <forward_list>
-#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -38,35 +37,32 @@ public:
     explicit TreeReader(Runtime& rt) : rt_(rt) {}
 
     IniTree read() {
-        const std::wstring folder = rt_.platform.facts->variable(L"ProgramData") + L"\\TARVENIK\\";
         trace(L"Start INI-Read");
-        const std::wstring machine = folder + L"Q_Machine.INI";
-        const std::wstring names = groupNames(machine);
+        const std::wstring names = groupNames(0);
         markEnd_ = std::wstring(30, L' ') + std::to_wstring(static_cast<int>(elements(names).size()) - 1);
 
-        const std::wstring view = folder + L"QV.ini";
         // A full duplicate counter ends the reading on the spot, without the closing line.
-        if (addFile(machine, names, L"Q_Machine.INI") && addFile(view, groupNames(view), L"QV.INI"))
+        if (addFile(0, names) && addFile(1, groupNames(1)))
             trace(L"End INI-Read");
         return std::move(tree_);
     }
 
 private:
-    std::wstring groupNames(const std::wstring& file) {
-        return rt_.platform.profiles->getSectionNames(bufferSize, file);
+    std::wstring groupNames(std::size_t file) {
+        return rt_.platform.profiles->getSectionNames(bufferSize, files_[file].path);
     }
 
-    bool addFile(const std::wstring& file, std::wstring_view names, std::wstring_view label) {
+    bool addFile(std::size_t file, std::wstring_view names) {
         for (const std::wstring_view name : elements(names)) {
             trace(L"[" + std::wstring(name) + L"]");
-            if (!addGroup(name, file, label))
+            if (!addGroup(name, file))
                 return false;
         }
         return true;
     }
 
     /// False when the duplicate counter is full.
-    bool addGroup(std::wstring_view name, const std::wstring& file, std::wstring_view label) {
+    bool addGroup(std::wstring_view name, std::size_t file) {
         std::int32_t& marks = marks_[std::wstring(name)];
         // One mark after the other would meet every earlier occurrence again. So this goes straight to the
         // first text that may be free, and counts as if each had been tried.
@@ -83,7 +79,11 @@ private:
         }
         ++marks;
         keys_.insert(keyTexts_.emplace_front(shown));
-        tree_.groups.push_back({std::wstring(label) + L"  [" + shown + L"]", entries(shown, file)});
+        tree_.groups.push_back({.text = std::wstring(files_[file].label) + L"  [" + shown + L"]",
+                                .entries = entries(shown, files_[file].path),
+                                .file = file,
+                                .name = std::wstring(name),
+                                .duplicate = shown.size() > name.size()});
         return true;
     }
 
@@ -119,6 +119,7 @@ private:
     void trace(std::wstring_view text) { DebugTrace(rt_, text, false, true); }
 
     Runtime& rt_;
+    const std::array<IniFile, 2> files_ = iniFiles(rt_);
     IniTree tree_;
     std::wstring markEnd_;
     /// The keys of all nodes: a group's name; for an entry "|" and its name behind.
@@ -130,6 +131,11 @@ private:
 };
 
 } // namespace
+
+std::array<IniFile, 2> iniFiles(Runtime& rt) {
+    const std::wstring folder = rt.platform.facts->variable(L"ProgramData") + L"\\TARVENIK\\";
+    return {{{L"Q_Machine.INI", folder + L"Q_Machine.INI"}, {L"QV.INI", folder + L"QV.ini"}}};
+}
 
 IniTree ReadIniTree(Runtime& rt) {
     return TreeReader(rt).read();

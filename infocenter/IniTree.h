@@ -1,18 +1,33 @@
 #pragma once
 
+#include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarv {
 
 struct Runtime;
 
+/// A machine configuration file: as the nodes call it, and where it lies.
+struct IniFile {
+    std::wstring_view label;
+    std::wstring path;
+};
+
+/// "Q_Machine.INI" and "QV.ini", in the order of the tree; they need not exist.
+std::array<IniFile, 2> iniFiles(Runtime& rt);
+
 struct IniGroupNode {
     std::wstring text;
     std::vector<std::wstring> entries;
+    /// Which of the iniFiles, its name there, and whether it is marked as occurring again.
+    std::size_t file = 0;
+    std::wstring name = {};
+    bool duplicate = false;
 };
 
 /// A node of the tree: a group (entry 0), or one of its entries, counted from 1.
@@ -25,7 +40,7 @@ struct NodePlace {
 };
 
 /// The tree of the machine configuration files, as the texts of its nodes: a node per group of
-/// "Q_Machine.INI" and then of "QV.ini", a child per entry. A group that occurs again is marked in its text
+/// its files, a child per entry. A group that occurs again is marked in its text
 /// and has no children; an entry that occurs again within its group is left out.
 struct IniTree {
     std::vector<IniGroupNode> groups;
