@@ -15,15 +15,6 @@ namespace {
 
 constexpr std::wstring_view lineEnd = L"\r\n";
 
-/// Half a pair becomes the sign for what cannot be shown.
-std::string utf8(std::wstring_view text) {
-    std::string bytes;
-    bytes.reserve(text.size() + text.size() / 8);
-    while (!text.empty())
-        addUtf8(bytes, nextCharacter(text).value_or(0xFFFD));
-    return bytes;
-}
-
 /// Why a file could not be written, as a user understands it.
 std::wstring reason(SystemCode code) {
     constexpr SystemCode writeProtected = 19, handleDiskFull = 39, diskFull = 112;
@@ -75,10 +66,14 @@ std::wstring wholeTextFileName(std::wstring_view computer, int year, int month, 
     return L"Infocenter_" + name + date;
 }
 
-std::optional<std::wstring> saveWholeText(Runtime& rt, const std::wstring& file, std::wstring_view text) {
+std::string markedUtf8(std::wstring_view text) {
+    return "\xEF\xBB\xBF" + utf8(text);
+}
+
+std::optional<std::wstring> saveWhole(Runtime& rt, const std::wstring& file, std::string_view bytes) {
     FileStore& files = *rt.platform.files;
     const std::wstring fresh = freeNameBeside(files, file);
-    SystemCode code = files.overwrite(fresh, "\xEF\xBB\xBF" + utf8(text));
+    SystemCode code = files.overwrite(fresh, bytes);
     const bool written = code == 0;
     if (written)
         code = putInPlace(rt.platform, file, fresh);

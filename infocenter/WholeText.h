@@ -19,8 +19,11 @@ std::wstring wholeText(std::wstring_view report, const IniTree& tree);
 /// What the file of such a text is called: "Infocenter_COMPUTER_2026-09-14.txt".
 std::wstring wholeTextFileName(std::wstring_view computer, int year, int month, int day);
 
-/// Writes the text as UTF-8 with its mark; whatever happens, nobody finds half a file. Answers what to tell
-/// the user when it fails, else nothing.
-std::optional<std::wstring> saveWholeText(Runtime& rt, const std::wstring& file, std::wstring_view text);
+/// The bytes of a file with this text: UTF-8 with its mark.
+std::string markedUtf8(std::wstring_view text);
+
+/// Writes a file of these bytes; whatever happens, nobody finds half of it. Answers what to tell the user
+/// when it fails, else nothing.
+std::optional<std::wstring> saveWhole(Runtime& rt, const std::wstring& file, std::string_view bytes);
 
 } // namespace tarv

@@ -228,14 +228,14 @@ void frmInfo4Prg::copy(const std::wstring& text) {
 }
 
 void frmInfo4Prg::save() {
-    const std::wstring text = wholeText(report_, treeView_.tree());
+    const std::string bytes = markedUtf8(wholeText(report_, treeView_.tree()));
     SYSTEMTIME today{};
     GetLocalTime(&today);
     std::wstring name = wholeTextFileName(GetPCName(rt_), today.wYear, today.wMonth, today.wDay);
     // A place that refuses is told, and another one asked for.
     while (const auto chosen = ui::askSaveName(handle(), TranslateText(L"Bericht speichern"),
                                                TranslateText(L"Textdateien (*.txt)"), name)) {
-        const auto failure = saveWholeText(rt_, *chosen, text);
+        const auto failure = saveWhole(rt_, *chosen, bytes);
         if (!failure || !alive())
             return;
         rt_.platform.desktop->messageBox(*failure, TranslateText(L"Infocenter"), message_box::exclamation);

@@ -18,6 +18,8 @@ inline constexpr std::wstring_view suiteIniName = L"Pexoran.INI";
 
 /// What the debug trace remembers within a process.
 struct TraceState {
+    /// For programs that leave nothing behind: no line is written, no configuration read for it.
+    bool off = false;
     bool switchValue = false;
     bool switchRead = false;
     std::wstring fileName;

@@ -39,7 +39,7 @@ std::wstring GetDebugFileName(Runtime& rt) {
 }
 
 void DebugTrace(Runtime& rt, std::wstring_view text, bool startNewFile, bool keepFileName) {
-    if (!DebugTraceEnabled(rt))
+    if (rt.trace.off || !DebugTraceEnabled(rt))
         return;
     TraceState& trace = rt.trace;
     std::wstring name =

@@ -26,4 +26,12 @@ bool addUtf8(std::string& bytes, char32_t code) {
     return true;
 }
 
+std::string utf8(std::wstring_view text) {
+    std::string bytes;
+    bytes.reserve(text.size() + text.size() / 8);
+    while (!text.empty())
+        addUtf8(bytes, nextCharacter(text).value_or(0xFFFD));
+    return bytes;
+}
+
 } // namespace tarv

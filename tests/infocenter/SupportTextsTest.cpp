@@ -50,7 +50,7 @@ TEST(WholeTextTest, FileIsNamedAfterComputerAndDay) {
 
 TEST(Tables, WholeText) {
     checkTable<World>("WholeText.txt",
-                      {{L"saveWholeText", [](auto& w, const Row& row) {
+                      {{L"saveWhole", [](auto& w, const Row& row) {
                             FakePlatform& fake = w.fake;
                             const std::wstring file = L"C:\\Texte\\Bericht.txt";
                             const std::string function(row[0].begin(), row[0].end());
@@ -58,7 +58,7 @@ TEST(Tables, WholeText) {
                             fake.faults.fail(function, static_cast<SystemCode>(row.number(1)));
                             fake.faults.fail("FileStore.moveOver", 5);
                             const std::wstring text{L'B', L'\xFC', L'\xD83D', L'\xDE00', L'\xDC00'};
-                            const auto failure = saveWholeText(w.rt, file, text);
+                            const auto failure = saveWhole(w.rt, file, markedUtf8(text));
                             return joined(failure.value_or(L"saved"), fake.profiles.text(file),
                                           fake.profiles.text(file + L".neu"));
                         }}});
