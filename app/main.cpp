@@ -5,27 +5,14 @@
 #include "runtime/Runtime.h"
 #include "shell/frmMain.h"
 #include "ui/MessageLoop.h"
+#include "win/ComApartment.h"
 
 #include <windows.h>
-
-#include <objbase.h>
 
 #include <string>
 
 namespace tarv {
 namespace {
-
-struct ComApartment {
-    ComApartment() : entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
-    ~ComApartment() {
-        if (entered)
-            CoUninitialize();
-    }
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
-
-    const bool entered;
-};
 
 /// The program's parts in the order in which they need each other; they go in the opposite one.
 struct Program {
