@@ -1,6 +1,6 @@
 # Installing what a fresh Debian machine lacks. Sourced after steps.sh.
 
-build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix)
+build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix rapidjson-dev)
 wine_packages=(wine wine64 xvfb xauth fonts-liberation fonts-wine)
 test_packages=(googletest clang clang-format-19 libclang-rt-dev python3 python3-pefile osslsigncode openssl)
 picture_packages=(imagemagick)
