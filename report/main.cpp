@@ -15,7 +15,7 @@
 #include <windows.h>
 
 #ifdef __MINGW32__
-// Otherwise the start code takes "/?" and "/o:*.txt" for patterns of file names.
+// The start code of some builds of this compiler takes "/?" for a pattern of file names.
 extern "C" {
 int _dowildcard = 0;
 }
