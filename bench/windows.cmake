@@ -28,6 +28,13 @@ add_dependencies(bench_start bare_window TarvService)
 add_executable(start_stages StartStages.cpp ${PROJECT_SOURCE_DIR}/app/TarvService.rc)
 target_link_libraries(start_stages PRIVATE tarv_shell tarv_platform_windows ole32)
 
+# The console companion from start to end beside a program that asks Windows for the same.
+add_executable(bare_report BareReport.cpp)
+target_link_libraries(bare_report PRIVATE tarv_win)
+add_executable(bench_report ReportBench.cpp)
+target_link_options(bench_report PRIVATE -municode)
+add_dependencies(bench_report bare_report TarvReport)
+
 # Its manifest asks for the common controls that the program shows.
 add_executable(bench_infocentre InfoCentreBench.cpp BareWindow.rc)
 target_link_libraries(bench_infocentre PRIVATE tarv_infocenter tarv_platform_windows ole32)
