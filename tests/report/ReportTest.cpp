@@ -1,7 +1,5 @@
-#include "infocenter/WholeText.h"
 #include "report/Command.h"
 #include "report/Json.h"
-#include "runtime/detail/Unicode.h"
 #include "tests/support/World.h"
 
 #include <rapidjson/reader.h>
@@ -66,13 +64,6 @@ TEST_F(ReportTest, SwitchesDecideWhatIsWrittenWhere) {
         EXPECT_EQ(errors.empty(), each.code == 0) << errors;
         EXPECT_EQ(errors.find("/?") != errors.npos, each.code == 2) << errors;
     }
-}
-
-TEST_F(ReportTest, TheTextIsThatOfTheInfoCentreAndLeavesNoTrace) {
-    const auto before = fake.disk.entries.size();
-    run({});
-    EXPECT_EQ(fake.disk.entries.size(), before);
-    EXPECT_EQ(out, utf8(wholeText(BuildInfoReport(rt), ReadIniTree(rt))));
 }
 
 TEST_F(ReportTest, WhatIsMissingIsNamedAndWhatCannotBeWrittenCountsMore) {
