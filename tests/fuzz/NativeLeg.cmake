@@ -32,7 +32,7 @@ foreach(archive IN LISTS archives)
     list(APPEND unpack COMMAND ${CMAKE_COMMAND} -E chdir ${corpus} ${CMAKE_COMMAND} -E tar xf ${archive})
 endforeach()
 # Each with the number of inputs that a run of the native leg tries.
-set(programs base64:20000 configuration:5000 numbers:20000 paths:5000 sequence:1000)
+set(programs configuration:5000 numbers:20000 paths:5000 sequence:1000)
 set(found_folders ${programs})
 list(TRANSFORM found_folders REPLACE ":.*" "")
 list(TRANSFORM found_folders PREPEND ${found}/)
