@@ -8,8 +8,8 @@
 
 #include <algorithm>
 #include <forward_list>
+#include <functional>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 namespace tarv {
@@ -31,6 +31,41 @@ std::vector<std::wstring_view> elements(std::wstring_view list) {
     }
     return result;
 }
+
+/// Texts that are kept elsewhere, in a flat table with linear probing. A std::unordered_set allocates for
+/// each key, which alone takes as long as all the rest of a large tree.
+class KeySet {
+public:
+    bool contains(std::wstring_view key) const { return places_[placeOf(key)].data() != nullptr; }
+
+    /// False when it is there already.
+    bool insert(std::wstring_view key) {
+        if (contains(key))
+            return false;
+        if (2 * ++count_ > places_.size()) {
+            const auto former = std::exchange(places_, std::vector<std::wstring_view>(4 * places_.size()));
+            for (const std::wstring_view one : former)
+                if (one.data())
+                    places_[placeOf(one)] = one;
+        }
+        places_[placeOf(key)] = key;
+        return true;
+    }
+
+private:
+    /// Where the key is, else the free place for it.
+    std::size_t placeOf(std::wstring_view key) const {
+        const std::size_t last = places_.size() - 1;
+        std::size_t place = std::hash<std::wstring_view>()(key) & last;
+        while (places_[place].data() && places_[place] != key)
+            place = (place + 1) & last;
+        return place;
+    }
+
+    std::size_t count_ = 0;
+    /// A power of two of them, at most half of them taken.
+    std::vector<std::wstring_view> places_ = std::vector<std::wstring_view>(1024);
+};
 
 class TreeReader {
 public:
@@ -100,7 +135,7 @@ private:
             const auto start = keys.size();
             keys.append(group).append(L"|").append(line.substr(0, line.find(L'=')));
             // The first entry of a name stays; a later one is not shown.
-            if (keys_.insert(std::wstring_view(keys).substr(start)).second)
+            if (keys_.insert(std::wstring_view(keys).substr(start)))
                 result.emplace_back(line);
         }
         return result;
@@ -123,7 +158,7 @@ private:
     IniTree tree_;
     std::wstring markEnd_;
     /// The keys of all nodes: a group's name; for an entry "|" and its name behind.
-    std::unordered_set<std::wstring_view> keys_;
+    KeySet keys_;
     /// What the keys refer to.
     std::forward_list<std::wstring> keyTexts_;
     /// For each group name met so far: how many marks its next occurrence needs at least.
