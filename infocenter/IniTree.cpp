@@ -64,7 +64,7 @@ private:
 
     std::size_t count_ = 0;
     /// A power of two of them, at most half of them taken.
-    std::vector<std::wstring_view> places_ = std::vector<std::wstring_view>(1024);
+    std::vector<std::wstring_view> places_ = std::vector<std::wstring_view>(8);
 };
 
 class TreeReader {
