@@ -41,9 +41,9 @@ void checkTable(const std::string& name,
                 const std::map<std::wstring, std::wstring (*)(Case&, const Row&)>& routines) {
     Answers answers;
     for (const auto& [routine, answer] : routines)
-        answers[routine] = [answer = answer](const Row& row) {
+        answers[routine] = [call = answer](const Row& row) {
             Case fresh;
-            std::wstring given = answer(fresh, row);
+            std::wstring given = call(fresh, row);
             if constexpr (std::derived_from<Case, World>)
                 given += shownBoxes(fresh);
             return given;
