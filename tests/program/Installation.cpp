@@ -49,7 +49,8 @@ Installation::Installation() {
     fs::remove(settings, ignored);
     for (const wchar_t* folder : {L"Programm", L"Daten", L"Daten\\TARVENIK"})
         putFolder(path(folder));
-    fs::copy_file(testFolder().parent_path() / programFile, path(programFile));
+    for (const wchar_t* program : {programFile, reportFile})
+        fs::copy_file(testFolder().parent_path() / program, path(program));
     environment[L"ProgramData"] = path(L"Daten");
 }
 

@@ -11,11 +11,12 @@ namespace tarv::program {
 
 /// Files of an installation, below its folder.
 inline constexpr wchar_t programFile[] = L"Programm\\TarvService.exe";
+inline constexpr wchar_t reportFile[] = L"Programm\\TarvReport.exe";
 inline constexpr wchar_t versionFile[] = L"Programm\\Version.INI";
 inline constexpr wchar_t machineFile[] = L"Daten\\TARVENIK\\Q_Machine.INI";
 inline constexpr wchar_t qvFile[] = L"Daten\\TARVENIK\\QV.ini";
 
-/// An installation of its own in the temporary folder: the program and what a test writes. It goes with it.
+/// An installation of its own in the temporary folder: the programs and what a test writes. It goes with it.
 class Installation : public ContractWorld {
 public:
     Installation();
