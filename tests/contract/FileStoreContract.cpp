@@ -82,13 +82,11 @@ TEST_F(FileStoreContract, ReplacesInOneStepOrNotAtAll) {
     for (const wchar_t* moved : {L"ohne", L"B.TXT"})
         EXPECT_EQ(bytes(path(moved)), std::nullopt) << moved;
 
-    const std::wstring current = files.currentDirectory();
-    EXPECT_TRUE(current.size() == 3 || !current.ends_with(L'\\'));
     EXPECT_EQ(files.overwrite(L"tarv_contract2.tmp", "1"), 0u);
     EXPECT_EQ(files.overwrite(L"tarv_contract.tmp", "2"), 0u);
     EXPECT_EQ(files.replace(L"tarv_contract.tmp", L"tarv_contract2.tmp"), 0u) << "bare names";
-    EXPECT_EQ(bytes(current + L"\\tarv_contract.tmp"), "1");
-    EXPECT_EQ(files.remove(current + L"\\tarv_contract.tmp"), 0u);
+    EXPECT_EQ(bytes(files.currentDirectory() + L"\\tarv_contract.tmp"), "1");
+    EXPECT_EQ(files.remove(L"tarv_contract.tmp"), 0u);
 }
 
 } // namespace

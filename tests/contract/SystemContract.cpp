@@ -3,8 +3,6 @@
 #include "platform/FileStore.h"
 #include "platform/SystemFacts.h"
 
-#include <algorithm>
-
 namespace tarv {
 namespace {
 
@@ -25,11 +23,6 @@ TEST_F(SystemContract, MachineFactsHaveTheirForm) {
     EXPECT_GT(version.major, 0u);
     EXPECT_EQ(version.servicePack.size(), 128u);
     EXPECT_NE(version.servicePack.find(L'\0'), std::wstring::npos);
-    for (const auto& name : {border.facts->computerName(), border.facts->userName()}) {
-        ASSERT_TRUE(name);
-        EXPECT_FALSE(name->empty());
-        EXPECT_EQ(name->find(L'\0'), std::wstring::npos);
-    }
     const std::wstring windows = border.facts->windowsDirectory(256);
     for (const std::wstring& folder : {windows, border.facts->systemDirectory()}) {
         EXPECT_TRUE(border.files->attributes(folder).valueOr(0) & attribute::directory);
@@ -37,13 +30,10 @@ TEST_F(SystemContract, MachineFactsHaveTheirForm) {
     }
     EXPECT_EQ(border.facts->windowsDirectory(static_cast<std::uint32_t>(windows.size())), L"");
     EXPECT_EQ(border.facts->windowsDirectory(static_cast<std::uint32_t>(windows.size()) + 1), windows);
-    const auto address = border.facts->localAddress();
-    EXPECT_TRUE(!address || std::ranges::count(*address, L'.') == 3);
 }
 
 TEST_F(SystemContract, AutomationNamesItsFailuresAndWritesIntoErrorRecords) {
     EXPECT_EQ(border.automation->create(L"Tarvenik.GibtEsNicht").error().number, 429);
-    EXPECT_EQ(border.automation->createFromLibrary(path(L"none.dll"), L"{0}").error().number, 429);
     EXPECT_FALSE(border.automation->bind(L"gibtesnicht:"));
     const auto record = std::make_shared<ErrorRecord>(ErrorRecord{53, L"Datei nicht gefunden", L"Prüfung"});
     const ObjectRef object = border.automation->errorObject(record);

@@ -60,18 +60,5 @@ TEST_F(IniTreeTest, EndsWhenTheDuplicateCounterIsFull) {
     EXPECT_LE(fake.faults.calls("ProfileFiles.getString"), 3) << "a line of the trace costs no read";
 }
 
-TEST_F(IniTreeTest, ListsAreCutAtTheBuffer) {
-    // Names of 203 characters and a NUL: 80 fit into 16,382 characters, and the cut one is left out.
-    std::wstring groups, entries = L"[One]\r\n";
-    for (int i = 0; i < 90; ++i) {
-        const std::wstring name = std::wstring(200, L'n') + std::to_wstring(100 + i);
-        groups += L"[" + name + L"]\r\n";
-        entries += name.substr(1) + L"=\r\n";
-    }
-    const IniTree tree = read(groups, entries);
-    ASSERT_EQ(tree.groups.size(), 81u);
-    EXPECT_EQ(tree.groups[80].entries.size(), 80u);
-}
-
 } // namespace
 } // namespace tarv
