@@ -38,11 +38,6 @@ TEST(Tables, Search) {
     EXPECT_FALSE(findInTree({}, L"x", {}, {}, wrapped));
 }
 
-TEST(WholeTextTest, ReportComesBeforeEachGroupWithItsEntries) {
-    EXPECT_EQ(wholeText(L"Bericht\r\n\r\n", {{{L"[A]", {L"x=1", L"y"}}, {L"[B]", {}}}}),
-              L"Bericht\r\n\r\n[A]\r\n    x=1\r\n    y\r\n[B]\r\n");
-}
-
 TEST(WholeTextTest, FileIsNamedAfterComputerAndDay) {
     EXPECT_EQ(wholeTextFileName(L"BÜRO-7", 2026, 9, 4), L"Infocenter_BÜRO-7_2026-09-04.txt");
     EXPECT_EQ(wholeTextFileName(L"a\\b:*", 2026, 12, 31), L"Infocenter_a_b___2026-12-31.txt");
