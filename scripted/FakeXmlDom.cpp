@@ -67,13 +67,10 @@ XmlNodeRef FakeXmlPart::node() const {
 struct FakeDocument : XmlDocument, FakeXmlPart {
     using FakeXmlPart::FakeXmlPart;
 
-    Done putResolveExternals(bool on) override {
-        return change("XmlDocument.putResolveExternals", on ? L"1" : L"0");
-    }
-    Done putValidateOnParse(bool on) override {
-        return change("XmlDocument.putValidateOnParse", on ? L"1" : L"0");
-    }
-    Done putAsync(bool on) override { return change("XmlDocument.putAsync", on ? L"1" : L"0"); }
+    Done set(const char* function, bool on) { return change(function, on ? L"1" : L"0"); }
+    Done putResolveExternals(bool on) override { return set("XmlDocument.putResolveExternals", on); }
+    Done putValidateOnParse(bool on) override { return set("XmlDocument.putValidateOnParse", on); }
+    Done putAsync(bool on) override { return set("XmlDocument.putAsync", on); }
     Done save(std::wstring_view path) override {
         auto done = answer("XmlDocument.save", Empty{});
         // A save that fails has already emptied its file, as the real one does.
