@@ -1,7 +1,6 @@
 #include "runtime/ModRkIni.h"
 
 #include "runtime/Funktionen32/Funktionen32.h"
-#include "runtime/Funktionen32/Paths.h"
 #include "tests/support/Table.h"
 
 namespace tarv {

@@ -130,7 +130,6 @@ inline const Routine allRoutines[] = {
     {"GetWinDir", L"", [](auto& w) { return GetWinDir(w.rt); }},
     {"GetWindowsFolder", L"\\\\", [](auto& w) { return GetWindowsFolder(w.rt); }},
     {"ToVal", L"\\d[\\d.]*", [](auto& w) { return ToVal(w.rt, L"1.234,56"); }},
-    {"ToVal scientific", L"\\d[\\d.]*", [](auto& w) { return ToVal(w.rt, L"1,5E-3"); }},
     {"RoundValue", L"\\d[\\d.]*", [](auto& w) { return RoundValue(w.rt, w.value, 2, w.flag); }},
     {"CountOccurrences", L"0", [](auto& w) { return CountOccurrences(w.rt, 1.5, L","); }},
     {"PadLeft", L"..1\\.5", [](auto& w) { return PadLeft(w.rt, 1.5, 5, L".", false); }},
