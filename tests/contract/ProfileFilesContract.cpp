@@ -27,12 +27,17 @@ TEST(Tables, ProfileFiles) {
           }},
          {L"getString with size",
           [](auto& w, const Row& row) {
-              return w.with(row[0]).getString(L"A", row[1], row[2], row.number(3), w.file);
+              return w.with(row[0]).getString(L"A", row[1], row[2], static_cast<unsigned>(row.number(3)),
+                                              w.file);
           }},
          {L"getSectionNames",
-          [](auto& w, const Row& row) { return w.with(row[0]).getSectionNames(row.number(1), w.file); }},
+          [](auto& w, const Row& row) {
+              return w.with(row[0]).getSectionNames(static_cast<unsigned>(row.number(1)), w.file);
+          }},
          {L"getSection",
-          [](auto& w, const Row& row) { return w.with(row[0]).getSection(row[1], row.number(2), w.file); }},
+          [](auto& w, const Row& row) {
+              return w.with(row[0]).getSection(row[1], static_cast<unsigned>(row.number(2)), w.file);
+          }},
          {L"writeString", [](auto& w, const Row& row) {
               EXPECT_TRUE(w.with(row[0]).writeString(row[1], row[2], row[3], w.file));
               return FakeSystemFacts::decode(w.bytes(w.file).value_or("no file"));
