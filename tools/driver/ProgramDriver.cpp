@@ -174,10 +174,12 @@ void ProgramDriver::command(HWND window, int id) {
 
 void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
     SetForegroundWindow(window);
+    // A disabled window in front is about to pass the front on, and has no use for keys.
     const auto inFront = [&] {
         DWORD process = 0;
-        GetWindowThreadProcessId(GetForegroundWindow(), &process);
-        return process == process_.dwProcessId;
+        const HWND front = GetForegroundWindow();
+        GetWindowThreadProcessId(front, &process);
+        return process == process_.dwProcessId && IsWindowEnabled(front);
     };
     for (const int key : keys) {
         if (!waitUntil(inFront, 2000))
