@@ -1,15 +1,12 @@
 // What TarvReport asks Windows for, and nothing else: the query to the management service, and all groups of
 // both configuration files.
+#include "tools/driver/BareQuery.h"
 #include "win/ComApartment.h"
-#include "win/ComPtr.h"
-#include "win/Variant.h"
 
 #include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
-
-#include <wbemdisp.h>
 
 namespace {
 
@@ -21,29 +18,8 @@ void readProperty(IDispatch& object, const wchar_t* name) {
     DISPPARAMS none{};
     auto* text = const_cast<wchar_t*>(name);
     if (SUCCEEDED(object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)))
-        object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value.raw(), nullptr,
-                      nullptr);
-}
-
-bool askManagementService() {
-    ComPtr<ISWbemServices> service;
-    ComPtr<ISWbemObjectSet> answer;
-    ComPtr<IUnknown> all;
-    ComPtr<IEnumVARIANT> elements;
-    const Bstr query(L"SELECT * FROM Win32_OperatingSystem"), language(L"WQL");
-    if (FAILED(CoGetObject(L"winmgmts:", nullptr, __uuidof(ISWbemServices), service.receiveAny())) ||
-        FAILED(service->ExecQuery(query.get(), language.get(), wbemFlagReturnImmediately, nullptr,
-                                  answer.receive())) ||
-        FAILED(answer->get__NewEnum(all.receive())) ||
-        FAILED(all->QueryInterface(IID_IEnumVARIANT, elements.receiveAny())))
-        return false;
-    for (;;) {
-        Variant element;
-        if (elements->Next(1, &element.raw(), nullptr) != S_OK)
-            return true;
-        for (const wchar_t* name : {L"Caption", L"Version"})
-            readProperty(*element.raw().pdispVal, name);
-    }
+        object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none,
+                      &value.raw(), nullptr, nullptr);
 }
 
 std::size_t readFile(const std::string& file) {
@@ -64,5 +40,9 @@ int main() {
     std::size_t read = 0;
     for (const char* name : {"\\TARVENIK\\Q_Machine.INI", "\\TARVENIK\\QV.ini"})
         read += readFile(std::string(folder) + name);
-    return askManagementService() && read > 0 ? 0 : 1;
+    const int systems = askManagementService([](IDispatch& system) {
+        for (const wchar_t* name : {L"Caption", L"Version"})
+            readProperty(system, name);
+    });
+    return systems > 0 && read > 0 ? 0 : 1;
 }
