@@ -289,8 +289,10 @@ TEST_F(ProgramWindows, MainWindowIsOnlyUndrawnBehindTheInfoCentreAndBringsItToTh
     EXPECT_TRUE(waitUntil([&] { return screenPixel(below) == background; }));
     EXPECT_EQ(screenPixel(beside), picture);
 
+    // Hidden, as that of an icon beside the clock: the display hears nothing of it, and cannot bring it back
+    // late.
     const HWND stranger =
-        CreateWindowW(L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 99, 99, nullptr, nullptr, nullptr, nullptr);
+        CreateWindowW(L"EDIT", L"", WS_POPUP, 0, 0, 99, 99, nullptr, nullptr, nullptr, nullptr);
     SetForegroundWindow(stranger);
     ASSERT_TRUE(waitUntil([&] { return GetForegroundWindow() == stranger; }));
     SetForegroundWindow(mainWindow); // as the taskbar and Alt+Tab do

@@ -173,13 +173,21 @@ void ProgramDriver::command(HWND window, int id) {
 }
 
 void ProgramDriver::press(HWND window, std::initializer_list<int> keys) {
-    SetForegroundWindow(window);
+    // Answered in the message loop: by then a window that is just appearing has the front and the focus. To
+    // bring it forward before that takes both away for a moment under Wine, and keys are lost meanwhile.
+    ask(window, WM_NULL, 0, 0);
+    if (GetForegroundWindow() != window) {
+        SetForegroundWindow(window);
+        ask(window, WM_NULL, 0, 0);
+    }
     // A disabled window in front is about to pass the front on, and has no use for keys.
     const auto inFront = [&] {
         DWORD process = 0;
         const HWND front = GetForegroundWindow();
-        GetWindowThreadProcessId(front, &process);
-        return process == process_.dwProcessId && IsWindowEnabled(front);
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        return GetGUIThreadInfo(GetWindowThreadProcessId(front, &process), &info) && info.hwndFocus &&
+               process == process_.dwProcessId && IsWindowEnabled(front);
     };
     for (const int key : keys) {
         if (!waitUntil(inFront, 2000))
