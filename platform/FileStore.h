@@ -51,7 +51,7 @@ public:
     virtual std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) = 0;
 
     /// Both open, write and close in one call and answer 0 or the system's error code. While the file is
-    /// open, others may read it.
+    /// open, others may read it. append() takes only a file that is there already.
     virtual SystemCode append(std::wstring_view path, std::string_view bytes) = 0;
     virtual SystemCode overwrite(std::wstring_view path, std::string_view bytes) = 0;
 

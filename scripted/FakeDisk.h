@@ -71,10 +71,9 @@ public:
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override;
     /// A planned failure 112, the full disk, takes its effect in both: only half of the bytes arrive.
     SystemCode append(std::wstring_view path, std::string_view bytes) override {
-        const FakeEntry* present = disk_.find(path);
-        std::string all = present ? present->bytes : "";
-        all += bytes;
-        return write("FileStore.append", path, std::move(all), bytes.size());
+        if (const auto code = disk_.missing(path))
+            return faults_.enter("FileStore.append").value_or(code);
+        return write("FileStore.append", path, disk_.bytes(path).append(bytes), bytes.size());
     }
     SystemCode overwrite(std::wstring_view path, std::string_view bytes) override {
         return write("FileStore.overwrite", path, std::string(bytes), bytes.size());

@@ -76,7 +76,7 @@ public:
         const NoSystemBoxes silence;
         // The right to append alone makes the system put every write behind the end, whoever else writes.
         const FileHandle file(CreateFileW(toFileName(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
-                                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                           FILE_ATTRIBUTE_NORMAL, nullptr));
         return file ? write(file.get(), bytes) : GetLastError();
     }

@@ -35,18 +35,20 @@ TEST(modProgDebug, LinesAreNumberedForTheWholeProcess) {
     fake.faults.fail("FileStore.overwrite", system_code::sharingViolation, 1, 1);
     DebugTrace(w.rt, L"verloren");
     DebugTrace(w.rt, L"Ölstand 5 €, ж");
+    fake.faults.fail("FileStore.append", system_code::sharingViolation, 1, 1);
+    DebugTrace(w.rt, L"auch verloren");
     DebugTrace(w.rt, L"");
-    EXPECT_EQ(content(), "2 - TarvService\t\xD6lstand 5 \x80, ?\r\n3 - TarvService\t\r\n");
+    EXPECT_EQ(content(), "2 - TarvService\t\xD6lstand 5 \x80, ?\r\n4 - TarvService\t\r\n");
     DebugTrace(w.rt, L"neu", true);
-    EXPECT_EQ(content(), "4 - TarvService\tneu\r\n");
+    EXPECT_EQ(content(), "5 - TarvService\tneu\r\n");
     // The file's name is kept only where asked.
     fake.profiles.fill(L"Pexoran.INI", L"[Debug]\r\nSaveDebugIN=C:\\a");
     DebugTrace(w.rt, L"", true, true);
     fake.profiles.fill(L"Pexoran.INI", L"[Debug]\r\nSaveDebugIN=C:\\b");
     DebugTrace(w.rt, L"", false, true);
     DebugTrace(w.rt, L"");
-    EXPECT_EQ(fake.disk.bytes(L"C:\\a"), "5 - TarvService\t\r\n6 - TarvService\t\r\n");
-    EXPECT_EQ(fake.disk.bytes(L"C:\\b"), "7 - TarvService\t\r\n");
+    EXPECT_EQ(fake.disk.bytes(L"C:\\a"), "6 - TarvService\t\r\n7 - TarvService\t\r\n");
+    EXPECT_EQ(fake.disk.bytes(L"C:\\b"), "8 - TarvService\t\r\n");
 }
 
 } // namespace
