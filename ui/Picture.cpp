@@ -39,30 +39,24 @@ ComPtr<IStream> streamOf(int resource) {
     return stream;
 }
 
-template <class T>
-ComPtr<T> createImaging(const CLSID& classId, const IID& interfaceId) {
-    ComPtr<T> object;
-    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId, object.receiveAny());
-    return object;
-}
-
 /// Windows' own decoder over a JPEG resource: rows of 24-bit pixels, on demand. Empty where there is none.
-/// The parts are created by their class: the factory would look through all registered formats first, which
-/// takes as long as the decoding.
-ComPtr<IWICBitmapSource> decoderOf(int resource) {
+/// It is created by its class: the factory would look through all registered formats first, which takes as
+/// long as the decoding.
+ComPtr<IWICBitmapFrameDecode> decoderOf(int resource) {
     const auto stream = streamOf(resource);
-    const auto decoder = createImaging<IWICBitmapDecoder>(CLSID_WICJpegDecoder, IID_IWICBitmapDecoder);
-    const auto converter =
-        createImaging<IWICFormatConverter>(CLSID_WICDefaultFormatConverter, IID_IWICFormatConverter);
+    ComPtr<IWICBitmapDecoder> decoder;
+    CoCreateInstance(CLSID_WICJpegDecoder, nullptr, CLSCTX_INPROC_SERVER, IID_IWICBitmapDecoder,
+                     decoder.receiveAny());
     ComPtr<IWICBitmapFrameDecode> frame;
-    if (!stream || !decoder || !converter ||
-        FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)) ||
-        FAILED(decoder->GetFrame(0, frame.receive())) ||
-        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat24bppBGR, WICBitmapDitherTypeNone,
-                                     nullptr, 0, WICBitmapPaletteTypeCustom))) {
+    WICPixelFormatGUID format{};
+    // The decoder hands out colour pictures in this format (the WIC documentation's overview of JPEG): a
+    // converter would only take time.
+    if (!stream || !decoder || FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)) ||
+        FAILED(decoder->GetFrame(0, frame.receive())) || FAILED(frame->GetPixelFormat(&format)) ||
+        format != GUID_WICPixelFormat24bppBGR) {
         return {};
     }
-    return ComPtr<IWICBitmapSource>::share(converter.get());
+    return frame;
 }
 
 SIZE sizeOf(IWICBitmapSource& source) {
@@ -85,7 +79,7 @@ bool Picture::fill(std::uint8_t* rows, SIZE size) {
     if (kept_ != enough->resource) {
         pixels_ = {};
         kept_ = 0;
-        const ComPtr<IWICBitmapSource> source = decoderOf(enough->resource);
+        const ComPtr<IWICBitmapFrameDecode> source = decoderOf(enough->resource);
         if (!source)
             return false;
         const SIZE own = sizeOf(*source.get());
