@@ -21,6 +21,11 @@ constexpr std::uint32_t bufferSize = 16384;
 /// The duplicate counter is a 16-bit number; when it is full, the tree ends where it stands.
 constexpr std::int32_t mostDuplicates = 32767;
 
+/// Whether a read may have been cut: the profile functions then leave two characters of the buffer.
+bool isCut(std::wstring_view list) {
+    return list.size() == bufferSize - 2;
+}
+
 /// The elements of a list whose elements each end with a NUL. One that a full buffer has cut has lost its NUL
 /// and is left out.
 std::vector<std::wstring_view> elements(std::wstring_view list) {
@@ -88,10 +93,13 @@ private:
     }
 
     bool addFile(std::size_t file, std::wstring_view names) {
+        tree_.cut[file] = isCut(names);
         for (const std::wstring_view name : elements(names)) {
             trace(L"[" + std::wstring(name) + L"]");
-            if (!addGroup(name, file))
+            if (!addGroup(name, file)) {
+                std::fill(tree_.cut.begin() + static_cast<std::ptrdiff_t>(file), tree_.cut.end(), true);
                 return false;
+            }
         }
         return true;
     }
@@ -114,16 +122,17 @@ private:
         }
         ++marks;
         keys_.insert(keyTexts_.emplace_front(shown));
+        const std::wstring section = rt_.platform.profiles->getSection(shown, bufferSize, files_[file].path);
         tree_.groups.push_back({.text = std::wstring(files_[file].label) + L"  [" + shown + L"]",
-                                .entries = entries(shown, files_[file].path),
+                                .entries = entries(shown, section),
                                 .file = file,
                                 .name = std::wstring(name),
-                                .duplicate = shown.size() > name.size()});
+                                .duplicate = shown.size() > name.size(),
+                                .cut = isCut(section)});
         return true;
     }
 
-    std::vector<std::wstring> entries(std::wstring_view group, const std::wstring& file) {
-        const std::wstring section = rt_.platform.profiles->getSection(group, bufferSize, file);
+    std::vector<std::wstring> entries(std::wstring_view group, std::wstring_view section) {
         const auto lines = elements(section);
         std::vector<std::wstring> result;
         result.reserve(lines.size());

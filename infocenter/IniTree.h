@@ -28,6 +28,8 @@ struct IniGroupNode {
     std::size_t file = 0;
     std::wstring name = {};
     bool duplicate = false;
+    /// It may have more entries than one read takes.
+    bool cut = false;
 };
 
 /// A node of the tree: a group (entry 0), or one of its entries, counted from 1.
@@ -45,6 +47,8 @@ struct NodePlace {
 struct IniTree {
     std::vector<IniGroupNode> groups;
     std::int32_t duplicates = 0;
+    /// For each of the iniFiles whether it may have more groups.
+    std::array<bool, 2> cut{};
 
     const std::wstring& text(NodePlace node) const {
         const IniGroupNode& group = groups[node.group];

@@ -48,6 +48,7 @@ private:
         field("name", found.file.label);
         field("pfad", found.file.path);
         field("vorhanden", found.present);
+        field("vollstaendig", !tree.cut[index]);
         writer_.Key("gruppen");
         writer_.StartArray();
         for (const IniGroupNode& node : tree.groups)
@@ -61,6 +62,7 @@ private:
         writer_.StartObject();
         field("name", node.name);
         field("mehrfach", node.duplicate);
+        field("vollstaendig", !node.cut);
         writer_.Key("eintraege");
         writer_.StartArray();
         for (const std::wstring_view line : node.entries) {

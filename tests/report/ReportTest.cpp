@@ -97,12 +97,12 @@ TEST_F(ReportTest, JsonHasAllFactsInOrder) {
   "benutzername": "😀\u0000\u001F","lokaleIpAdresse": "192.168.17.23","windowsOrdner": "C:\\Windows"},
 "programm": {"ordner": "C:\\Program Files\\TARVENIK","version": "1.0.0"},
 "dateien": [
-  {"name": "Q_Machine.INI","pfad": "C:\\ProgramData\\TARVENIK\\Q_Machine.INI","vorhanden": true,"gruppen": [
-    {"name": "\"Büro\"","mehrfach": false,"eintraege": [
+  {"name": "Q_Machine.INI","pfad": "C:\\ProgramData\\TARVENIK\\Q_Machine.INI","vorhanden": true,"vollstaendig": true,"gruppen": [
+    {"name": "\"Büro\"","mehrfach": false,"vollstaendig": true,"eintraege": [
       {"name": "Pfad","wert": "C:\\a\tb=c"},{"name": "nichts","wert": null},{"name": "leer","wert": ""}]},
-    {"name": "X","mehrfach": false,"eintraege": []},{"name": "\"Büro\"","mehrfach": true,"eintraege": []}]},
-  {"name": "QV.INI","pfad": "C:\\ProgramData\\TARVENIK\\QV.ini","vorhanden": false,"gruppen": [
-    {"name": "A","mehrfach": false,"eintraege": []}]}]})"));
+    {"name": "X","mehrfach": false,"vollstaendig": true,"eintraege": []},{"name": "\"Büro\"","mehrfach": true,"vollstaendig": true,"eintraege": []}]},
+  {"name": "QV.INI","pfad": "C:\\ProgramData\\TARVENIK\\QV.ini","vorhanden": false,"vollstaendig": true,"gruppen": [
+    {"name": "A","mehrfach": false,"vollstaendig": true,"eintraege": []}]}]})"));
 }
 
 } // namespace
