@@ -54,8 +54,8 @@ public:
 
     /// Appends a new element to the node at `path`, then writes the attributes that are given with name and
     /// value, neither empty, by path + "/" + name: they go to the first child of that name, so an older one
-    /// gets them when there is one. Raises 91 for a missing node, 5 for a name or text that XML does not
-    /// allow.
+    /// gets them when there is one. An attribute that is refused is left out. Raises 91 for a missing node, 5
+    /// for the document itself and for an element's name or text that XML does not allow.
     void MakeNode(std::wstring_view path, std::wstring_view name,
                   std::optional<std::wstring_view> text = std::nullopt,
                   std::optional<std::wstring_view> name1 = std::nullopt, const Value& value1 = Missing{},
