@@ -48,6 +48,7 @@ public:
         const Lap lap(sum_);
         return inner_.attributes(path);
     }
+    SystemCode refusesReading(std::wstring_view path) override { return inner_.refusesReading(path); }
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override {
         return inner_.search(pattern);
     }

@@ -21,9 +21,10 @@ constexpr std::uint32_t bufferSize = 16384;
 /// The duplicate counter is a 16-bit number; when it is full, the tree ends where it stands.
 constexpr std::int32_t mostDuplicates = 32767;
 
-/// Whether a read may have been cut: the profile functions then leave two characters of the buffer.
+/// Whether a read may have been cut: the profile functions then leave two bytes of the buffer, and most often
+/// half an element, which in code pages of several bytes is all that shows it.
 bool isCut(std::wstring_view list) {
-    return list.size() == bufferSize - 2;
+    return list.size() == bufferSize - 2 || (!list.empty() && list.back() != L'\0');
 }
 
 /// The elements of a list whose elements each end with a NUL. One that a full buffer has cut has lost its NUL

@@ -83,7 +83,7 @@ std::optional<std::wstring> saveWhole(Runtime& rt, const std::wstring& file, std
     message.append(lineEnd).append(file).append(lineEnd).append(lineEnd).append(reason(code));
     if (written && !files.attributes(file))
         message.append(lineEnd).append(TranslateText(L"Er liegt vollständig in ")).append(fresh);
-    else
+    else if (written || code != system_code::sharingViolation) // otherwise somebody else is writing it
         files.remove(fresh);
     return message;
 }

@@ -46,6 +46,9 @@ public:
     /// Length in bytes; 0 for a folder.
     virtual Answer<std::int64_t> length(std::wstring_view path) = 0;
     virtual Answer<std::uint32_t> attributes(std::wstring_view path) = 0;
+    /// 0 when the file can be opened for reading while others read and write it, else the system's error
+    /// code.
+    virtual SystemCode refusesReading(std::wstring_view path) = 0;
 
     /// Never null; a failure shows at the first next(). `pattern` may contain "*" and "?".
     virtual std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) = 0;

@@ -8,7 +8,6 @@
 #include "runtime/Runtime.h"
 #include "runtime/detail/Unicode.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -25,7 +24,8 @@ constexpr std::wstring_view help =
     L"  /o:DATEI  in diese Datei, ganz oder gar nicht, statt auf die Konsole\r\n"
     L"  /?        diese Hilfe\r\n"
     L"\r\n"
-    L"Rückgabewert: 0 fertig; 1 fertig, aber eine Konfigurationsdatei fehlt;\r\n"
+    L"Rückgabewert: 0 fertig; 1 fertig, aber eine Konfigurationsdatei fehlt oder ist\r\n"
+    L"nicht zu lesen;\r\n"
     L"2 falscher Aufruf; 3 der Bericht lässt sich nicht schreiben\r\n";
 
 struct Call {
@@ -53,9 +53,11 @@ std::string line(std::wstring_view text) {
     return utf8(text) + "\r\n";
 }
 
-bool isFile(Runtime& rt, const std::wstring& path) {
-    const auto attributes = rt.platform.files->attributes(path);
-    return attributes && (*attributes & attribute::directory) == 0;
+FoundFile found(Runtime& rt, const IniFile& file) {
+    FileStore& files = *rt.platform.files;
+    const auto attributes = files.attributes(file.path);
+    const bool present = attributes && (*attributes & attribute::directory) == 0;
+    return {file, present, present && files.refusesReading(file.path) != 0};
 }
 
 /// Nothing when the bytes are written, else why not.
@@ -89,7 +91,7 @@ int runReport(Runtime& rt, std::span<const wchar_t* const> arguments, const Outp
     const IniTree tree = ReadIniTree(rt);
     std::vector<FoundFile> files;
     for (const IniFile& file : iniFiles(rt))
-        files.push_back({file, isFile(rt, file.path)});
+        files.push_back(found(rt, file));
 
     std::string bytes;
     if (call.json)
@@ -102,10 +104,15 @@ int runReport(Runtime& rt, std::span<const wchar_t* const> arguments, const Outp
         errors(line(*failure));
         return exit_code::notWritable;
     }
-    for (const FoundFile& found : files)
-        if (!found.present)
-            errors(line(TranslateText(L"Diese Konfigurationsdatei fehlt: ") + found.file.path));
-    return std::ranges::all_of(files, &FoundFile::present) ? exit_code::done : exit_code::fileMissing;
+    int code = exit_code::done;
+    for (const FoundFile& each : files)
+        if (!each.present || each.refused) {
+            errors(line(TranslateText(each.present ? L"Diese Konfigurationsdatei lässt sich nicht lesen: "
+                                                   : L"Diese Konfigurationsdatei fehlt: ") +
+                        each.file.path));
+            code = exit_code::fileMissing;
+        }
+    return code;
 }
 
 } // namespace tarv

@@ -13,7 +13,7 @@ using Output = std::function<bool(std::string_view utf8)>;
 
 namespace exit_code {
 inline constexpr int done = 0;
-/// Done, but a configuration file is missing.
+/// Done, but a configuration file is missing or cannot be read.
 inline constexpr int fileMissing = 1;
 inline constexpr int wrongCall = 2;
 inline constexpr int notWritable = 3;

@@ -48,7 +48,7 @@ private:
         field("name", found.file.label);
         field("pfad", found.file.path);
         field("vorhanden", found.present);
-        field("vollstaendig", !tree.cut[index]);
+        field("vollstaendig", !found.present || !(found.refused || tree.cut[index]));
         writer_.Key("gruppen");
         writer_.StartArray();
         for (const IniGroupNode& node : tree.groups)

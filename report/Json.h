@@ -11,6 +11,8 @@ namespace tarv {
 struct FoundFile {
     IniFile file;
     bool present = false;
+    /// Present, but it cannot be opened.
+    bool refused = false;
 };
 
 /// What report and tree say, for machines: one object (RFC 8259) in UTF-8 without a mark. Its fields are part

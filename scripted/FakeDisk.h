@@ -68,6 +68,10 @@ public:
             return Failure{code};
         return disk_.find(path)->attributes;
     }
+    SystemCode refusesReading(std::wstring_view path) override {
+        const auto code = failure("FileStore.refusesReading", path);
+        return code == 0 && disk_.find(path)->isFolder() ? system_code::accessDenied : code;
+    }
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override;
     /// A planned failure 112, the full disk, takes its effect in both: only half of the bytes arrive.
     SystemCode append(std::wstring_view path, std::string_view bytes) override {

@@ -77,7 +77,7 @@ std::wstring located(std::wstring_view file) {
 }
 
 std::wstring cut(std::wstring list, std::uint32_t size) {
-    if (list.size() + 1 > size)
+    if (list.size() + 1 >= size) // an exact fit is cut, too
         list.resize(size - 2);
     return list;
 }

@@ -68,6 +68,14 @@ public:
         return std::uint32_t{attributes};
     }
 
+    SystemCode refusesReading(std::wstring_view path) override {
+        const NoSystemBoxes silence;
+        const FileHandle file(CreateFileW(toFileName(path).c_str(), GENERIC_READ,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        return file ? ERROR_SUCCESS : GetLastError();
+    }
+
     std::unique_ptr<DirectorySearch> search(std::wstring_view pattern) override {
         return std::make_unique<WindowsDirectorySearch>(pattern);
     }

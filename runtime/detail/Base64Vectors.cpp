@@ -3,12 +3,15 @@
 
 #include <algorithm>
 
+#include <tmmintrin.h>
 #ifdef _MSC_VER
 #include <intrin.h>
+#endif
+
+// The rest of the program runs on older processors, too.
+#if defined(_MSC_VER) && !defined(__clang__)
 #define TARV_SSSE3
 #else
-#include <immintrin.h>
-// The rest of the program runs on older processors, too.
 #define TARV_SSSE3 __attribute__((target("ssse3")))
 #endif
 

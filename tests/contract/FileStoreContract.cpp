@@ -56,6 +56,8 @@ TEST(Tables, FileStore) {
               return numberOrError(found);
           }},
          {L"search", [](auto& w, const Row& row) { return w.found(w.at(row)); }},
+         {L"refusesReading",
+          [](auto& w, const Row& row) { return std::to_wstring(w.files.refusesReading(w.at(row))); }},
          {L"append", [](auto& w, const Row& row) { return w.done(row, w.files.append(w.at(row), "1")); }},
          {L"overwrite",
           [](auto& w, const Row& row) { return w.done(row, w.files.overwrite(w.at(row), "1")); }},

@@ -59,5 +59,14 @@ TEST(Tables, WholeText) {
                         }}});
 }
 
+TEST(WholeText, LeavesTheFileThatSomebodyElseIsWriting) {
+    World w;
+    w.fake.disk.addFile(L"C:\\B.txt.neu", "theirs");
+    w.fake.faults.fail("FileStore.attributes", system_code::fileNotFound, 1, 1); // it came after the look
+    w.fake.faults.fail("FileStore.overwrite", system_code::sharingViolation);
+    EXPECT_TRUE(saveWhole(w.rt, L"C:\\B.txt", "ours"));
+    EXPECT_EQ(w.fake.disk.bytes(L"C:\\B.txt.neu"), "theirs");
+}
+
 } // namespace
 } // namespace tarv

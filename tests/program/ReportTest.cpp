@@ -66,6 +66,12 @@ TEST_F(ReportProgram, WritesInUtf8AndEndsWithItsCode) {
                  {L"/o:..\\fehlt\\neu.txt", file.get(), 3}};
     for (const auto& [switches, out, code] : cases)
         EXPECT_EQ(run(switches, out), code) << testing::PrintToString(switches) << out;
+    {
+        const FileHandle held(CreateFileW(installation.path(machineFile).c_str(), GENERIC_WRITE, 0, nullptr,
+                                          OPEN_EXISTING, 0, nullptr));
+        EXPECT_EQ(run(L"/json /o:..\\neu.json", nullptr), 1u);
+        EXPECT_NE(installation.read(L"neu.json").find("\"vollstaendig\": false"), std::string::npos);
+    }
     const std::string written = installation.read(L"out.txt");
     EXPECT_TRUE(written.starts_with("[Kundeninfo]\r\n")) << written;
     EXPECT_NE(written.find("[B\xC3\xBCro]\r\n    L\xC3\xA4nge=1\r\n"), written.npos) << written;

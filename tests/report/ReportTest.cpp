@@ -68,7 +68,11 @@ TEST_F(ReportTest, WhatIsMissingIsNamedAndWhatCannotBeWrittenCountsMore) {
     fake.disk.remove(folder + L"QV.ini");
     fake.disk.addFolder(folder + L"QV.ini");
     EXPECT_EQ(run({}), 1);
-    EXPECT_NE(errors.find("C:\\ProgramData\\TARVENIK\\QV.ini"), errors.npos);
+    EXPECT_NE(errors.find("fehlt: C:\\ProgramData\\TARVENIK\\QV.ini"), errors.npos);
+    fake.faults.fail("FileStore.refusesReading", system_code::sharingViolation);
+    EXPECT_EQ(run({L"/json"}), 1);
+    EXPECT_NE(errors.find("lesen: C:\\ProgramData\\TARVENIK\\Q_Machine.INI"), errors.npos);
+    EXPECT_NE(out.find("\"vorhanden\": true,\n      \"vollstaendig\": false,\n"), out.npos) << out;
     fake.disk.addFile(file, "former");
     fake.faults.fail("FileStore.overwrite", 112);
     EXPECT_EQ(run({L"/json", L"/o:C:\\Texte\\B.txt"}), 3);

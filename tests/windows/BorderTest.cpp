@@ -92,6 +92,7 @@ TEST_F(Border, AppendersDoNotOverwriteEachOther) {
     WriteFile(other, "cc", 2, &written, nullptr);
     EXPECT_EQ(border.files->overwrite(file, "d"), system_code::sharingViolation)
         << "it would cut the other's lines";
+    EXPECT_EQ(border.files->refusesReading(file), 0u);
     border.files->overwrite(path(L"new"), "e");
     EXPECT_NE(border.files->replace(file, path(L"new")), 0u);
     CloseHandle(other);
@@ -124,6 +125,7 @@ TEST_F(Border, CallsToFilesAndLibrariesShowNoBoxesAndOthersKeepTheirMode) {
     const std::pair<const char*, std::function<void()>> calls[] = {
         {"length", [&] { (void)border.files->length(file); }},
         {"attributes", [&] { (void)border.files->attributes(file); }},
+        {"refusesReading", [&] { (void)border.files->refusesReading(file); }},
         {"search", [&] { (void)border.files->search(file); }},
         {"next", [&] { (void)search->next(); }},
         {"append", [&] { (void)border.files->append(file, "a"); }},
