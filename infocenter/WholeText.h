@@ -22,8 +22,8 @@ std::wstring wholeTextFileName(std::wstring_view computer, int year, int month, 
 /// The bytes of a file with this text: UTF-8 with its mark.
 std::string markedUtf8(std::wstring_view text);
 
-/// Writes a file of these bytes; whatever happens, nobody finds half of it. Answers what to tell the user
-/// when it fails, else nothing.
+/// Writes a file of these bytes; nobody finds half of it, unless the power fails before Windows has written
+/// its cache. Answers what to tell the user when it fails, else nothing.
 std::optional<std::wstring> saveWhole(Runtime& rt, const std::wstring& file, std::string_view bytes);
 
 } // namespace tarv
