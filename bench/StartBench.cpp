@@ -44,7 +44,7 @@ Start startOnce(const wchar_t* program, const wchar_t* windowClass) {
         if (isPainted(window))
             result.microseconds = microseconds() - begun;
         else
-            Sleep(0);
+            Sleep(1); // to ask all the time would take the processor from who is being timed
     }
     PROCESS_MEMORY_COUNTERS memory{};
     if (GetProcessMemoryInfo(process.hProcess, &memory, sizeof memory))
