@@ -36,6 +36,10 @@ TEST(Tables, Search) {
                             {L"findInTree", [](auto& c, const Row& row) { return c.inTree(row); }}});
     bool wrapped = false;
     EXPECT_FALSE(findInTree({}, L"x", {}, {}, wrapped));
+    for (const bool backwards : {false, true}) { // from the only node round to itself
+        wrapped = false;
+        EXPECT_TRUE(findInTree({{{L"[x]", {}}}}, L"x", {}, {backwards, true}, wrapped) && wrapped);
+    }
 }
 
 TEST(WholeTextTest, FileIsNamedAfterComputerAndDay) {
