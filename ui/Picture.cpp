@@ -39,24 +39,35 @@ ComPtr<IStream> streamOf(int resource) {
     return stream;
 }
 
+template <class T>
+ComPtr<T> createImaging(const CLSID& classId, const IID& interfaceId) {
+    ComPtr<T> object;
+    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId, object.receiveAny());
+    return object;
+}
+
 /// Windows' own decoder over a JPEG resource: rows of 24-bit pixels, on demand. Empty where there is none.
-/// It is created by its class: the factory would look through all registered formats first, which takes as
-/// long as the decoding.
-ComPtr<IWICBitmapFrameDecode> decoderOf(int resource) {
+/// The parts are created by their class: the factory would look through all registered formats first, which
+/// takes as long as the decoding.
+ComPtr<IWICBitmapSource> decoderOf(int resource) {
     const auto stream = streamOf(resource);
-    ComPtr<IWICBitmapDecoder> decoder;
-    CoCreateInstance(CLSID_WICJpegDecoder, nullptr, CLSCTX_INPROC_SERVER, IID_IWICBitmapDecoder,
-                     decoder.receiveAny());
+    const auto decoder = createImaging<IWICBitmapDecoder>(CLSID_WICJpegDecoder, IID_IWICBitmapDecoder);
     ComPtr<IWICBitmapFrameDecode> frame;
     WICPixelFormatGUID format{};
-    // The decoder hands out colour pictures in this format (the WIC documentation's overview of JPEG): a
-    // converter would only take time.
     if (!stream || !decoder || FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)) ||
-        FAILED(decoder->GetFrame(0, frame.receive())) || FAILED(frame->GetPixelFormat(&format)) ||
-        format != GUID_WICPixelFormat24bppBGR) {
+        FAILED(decoder->GetFrame(0, frame.receive())) || FAILED(frame->GetPixelFormat(&format))) {
         return {};
     }
-    return frame;
+    if (format == GUID_WICPixelFormat24bppBGR) // a converter would only read the registry
+        return ComPtr<IWICBitmapSource>::share(frame.get());
+    const auto converter =
+        createImaging<IWICFormatConverter>(CLSID_WICDefaultFormatConverter, IID_IWICFormatConverter);
+    if (!converter ||
+        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat24bppBGR, WICBitmapDitherTypeNone,
+                                     nullptr, 0, WICBitmapPaletteTypeCustom))) {
+        return {};
+    }
+    return ComPtr<IWICBitmapSource>::share(converter.get());
 }
 
 SIZE sizeOf(IWICBitmapSource& source) {
@@ -79,7 +90,7 @@ bool Picture::fill(std::uint8_t* rows, SIZE size) {
     if (kept_ != enough->resource) {
         pixels_ = {};
         kept_ = 0;
-        const ComPtr<IWICBitmapFrameDecode> source = decoderOf(enough->resource);
+        const ComPtr<IWICBitmapSource> source = decoderOf(enough->resource);
         if (!source)
             return false;
         const SIZE own = sizeOf(*source.get());
